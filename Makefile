@@ -1,0 +1,38 @@
+# The project's commands. `make test` configures, builds and runs the whole
+# test suite from a fresh clone; `make run` runs the example host.
+
+BUILD_DIR ?= build
+SANITIZE_DIR ?= build-sanitize
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+
+CMAKE_FLAGS = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVAXO057_WARNINGS_AS_ERRORS=ON
+SANITIZE_FLAGS = -DCMAKE_BUILD_TYPE=Debug -DVAXO057_WARNINGS_AS_ERRORS=ON -DVAXO057_SANITIZE=ON \
+                 -DVAXO057_BUILD_BENCHMARKS=OFF -DVAXO057_BUILD_TOOLS=OFF
+
+export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=1:strict_string_checks=1
+export UBSAN_OPTIONS ?= halt_on_error=1:print_stacktrace=1
+
+.PHONY: all build test test-sanitize run bench clean
+
+all: build
+
+build:
+	cmake -S . -B $(BUILD_DIR) $(CMAKE_FLAGS)
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+test: build
+	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)
+
+test-sanitize:
+	cmake -S . -B $(SANITIZE_DIR) $(SANITIZE_FLAGS)
+	cmake --build $(SANITIZE_DIR) -j $(JOBS)
+	ctest --test-dir $(SANITIZE_DIR) --output-on-failure -j $(JOBS)
+
+run: build
+	$(BUILD_DIR)/tools/vaxo057-example
+
+bench: build
+	@for b in $(BUILD_DIR)/bench/*_bench; do echo "== $$b"; $$b; done
+
+clean:
+	rm -rf $(BUILD_DIR) $(SANITIZE_DIR)
