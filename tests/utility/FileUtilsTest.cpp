@@ -4,28 +4,20 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "tests/support/TempFolder.h"
+#include "tests/support/TextArraySupport.h"
 
+using test_support::Elements;
+using test_support::MakeTextArray;
 using test_support::ReadRaw;
 using test_support::TempFolder;
 using test_support::WriteRaw;
 
 namespace {
-
-std::vector<std::string> Elements(const TextArray& array) {
-  std::vector<std::string> elements;
-  for (const CString& text : array) elements.push_back(text.GetStdString());
-  return elements;
-}
-
-TextArray Lines(const std::vector<const char*>& lines) {
-  TextArray array;
-  for (const char* pszLine : lines) array.Add(pszLine);
-  return array;
-}
 
 std::vector<std::string> ReadLines(const std::string& path) {
   TextArray lines;
@@ -34,12 +26,8 @@ std::vector<std::string> ReadLines(const std::string& path) {
 }
 
 size_t EntryCount(const std::string& folder) {
-  size_t nCount = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    static_cast<void>(entry);
-    ++nCount;
-  }
-  return nCount;
+  return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder),
+                                           std::filesystem::directory_iterator()));
 }
 
 }  // namespace
@@ -96,7 +84,7 @@ TEST(FileUtilsTest, ReadingAppendsOrReplacesAndReportsFailures) {
   TempFolder temp;
   const std::string path = temp / "in.txt";
   WriteRaw(path, "b\n");
-  TextArray lines = Lines({"a"});
+  TextArray lines = MakeTextArray({"a"});
   CString error = "stale";
   EXPECT_TRUE(FileUtils::ReadFileContent(path.c_str(), lines, true, &error));
   EXPECT_EQ(Elements(lines), (std::vector<std::string>{"a", "b"}));
@@ -113,15 +101,15 @@ TEST(FileUtilsTest, ReadingAppendsOrReplacesAndReportsFailures) {
 TEST(FileUtilsTest, WritingChoosesTheLineEndAndAppends) {
   TempFolder temp;
   const std::string path = temp / "out.txt";
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), Lines({"one", "", "two"}), false, false));
+  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"one", "", "two"}), false, false));
   EXPECT_EQ(ReadRaw(path), "one\n\ntwo\n");
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), Lines({"three"}), true, true));
+  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"three"}), true, true));
   EXPECT_EQ(ReadRaw(path), "one\n\ntwo\nthree\r\n");
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), Lines({"new"}), false, true));
+  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"new"}), false, true));
   EXPECT_EQ(ReadRaw(path), "new\r\n");
   ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), TextArray(), false, false));
   EXPECT_EQ(ReadRaw(path), "");
-  ASSERT_TRUE(FileUtils::WriteFileContent((temp / "fresh.txt").c_str(), Lines({"x"}), true, false));
+  ASSERT_TRUE(FileUtils::WriteFileContent((temp / "fresh.txt").c_str(), MakeTextArray({"x"}), true, false));
   EXPECT_EQ(ReadRaw(temp / "fresh.txt"), "x\n");
   // Only the two files: no temporary file is left behind.
   EXPECT_EQ(EntryCount(temp.Path()), 2u);
@@ -132,14 +120,14 @@ TEST(FileUtilsTest, WritingKeepsPermissionsAndFollowsLinks) {
   const std::string path = temp / "out.txt";
   WriteRaw(path, "old\n");
   ASSERT_EQ(chmod(path.c_str(), 0640), 0);
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), Lines({"new"}), false, false));
+  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"new"}), false, false));
   struct stat info {};
   ASSERT_EQ(stat(path.c_str(), &info), 0);
   EXPECT_EQ(info.st_mode & 07777, 0640u);
 
   const std::string link = temp / "link.txt";
   std::filesystem::create_symlink(path, link);
-  ASSERT_TRUE(FileUtils::WriteFileContent(link.c_str(), Lines({"through"}), false, false));
+  ASSERT_TRUE(FileUtils::WriteFileContent(link.c_str(), MakeTextArray({"through"}), false, false));
   EXPECT_TRUE(std::filesystem::is_symlink(link));
   EXPECT_EQ(ReadRaw(path), "through\n");
 }
@@ -159,8 +147,8 @@ TEST(FileUtilsTest, FailedWritesLeaveEverythingAsItWas) {
       "",
   };
   for (const std::string& target : targets) {
-    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), Lines({"new"}), false, false)) << target;
-    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), Lines({"new"}), true, true)) << target;
+    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), MakeTextArray({"new"}), false, false)) << target;
+    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), MakeTextArray({"new"}), true, true)) << target;
   }
   EXPECT_EQ(ReadRaw(kept), "old content\n");
   EXPECT_TRUE(std::filesystem::is_directory(temp / "dir"));
@@ -172,7 +160,7 @@ TEST(FileUtilsTest, FileListsInNaturalOrder) {
   TempFolder temp;
   for (const char* pszName : {"page10.html", "page2.html", "Page1.html", "notes.txt"}) WriteRaw(temp / pszName, "");
   std::filesystem::create_directory(temp / "page3.html");
-  TextArray files = Lines({"stale"});
+  TextArray files = MakeTextArray({"stale"});
   ASSERT_TRUE(FileUtils::GetFileList(temp.Path().c_str(), files, false));
   EXPECT_EQ(Elements(files), (std::vector<std::string>{"notes.txt", "Page1.html", "page2.html", "page10.html"}));
   ASSERT_TRUE(FileUtils::GetFileList((temp.Path() + "/").c_str(), files, true));

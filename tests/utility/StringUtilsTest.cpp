@@ -5,21 +5,10 @@
 #include <string>
 #include <vector>
 
-namespace {
+#include "tests/support/TextArraySupport.h"
 
-std::vector<std::string> Elements(const TextArray& array) {
-  std::vector<std::string> elements;
-  for (const CString& text : array) elements.push_back(text.GetStdString());
-  return elements;
-}
-
-TextArray Words(const std::vector<const char*>& words) {
-  TextArray array;
-  for (const char* pszWord : words) array.Add(pszWord);
-  return array;
-}
-
-}  // namespace
+using test_support::Elements;
+using test_support::MakeTextArray;
 
 TEST(StringUtilsTest, TrimAndEffectivelyEmpty) {
   CString text = " \t a b \r\n";
@@ -110,15 +99,17 @@ TEST(StringUtilsTest, WholeWordTriesOverlappingCandidates) {
   EXPECT_EQ(StringUtils::FindWholeWordMatch("aaa aa", "aa", true, 0), 4);
   EXPECT_EQ(StringUtils::FindWholeWordMatch("a-a-a", "a-a", true, 0), 0);
   EXPECT_EQ(StringUtils::FindWholeWordMatch("a-a-a", "a-a", true, 1), 2);
+  // The failed candidate at 1 overlaps the good one at 3.
+  EXPECT_EQ(StringUtils::FindWholeWordMatch("ba-a-a", "a-a", true, 0), 3);
 }
 
 TEST(StringUtilsTest, AllWordsReportTheFirstWordsPosition) {
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"blue", "dark"}), "dark blue sea", false), 5);
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"blue", "green"}), "dark blue sea", false), -1);
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"sea", "dark blue"}), "dark blue sea", true), 10);
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"blue", "se"}), "dark blue sea", false), 5);
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"blue", "se"}), "dark blue sea", true), -1);
-  EXPECT_EQ(StringUtils::FindAllWords(Words({"Blue"}), "dark blue", false), -1);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"blue", "dark"}), "dark blue sea", false), 5);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"blue", "green"}), "dark blue sea", false), -1);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"sea", "dark blue"}), "dark blue sea", true), 10);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"blue", "se"}), "dark blue sea", false), 5);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"blue", "se"}), "dark blue sea", true), -1);
+  EXPECT_EQ(StringUtils::FindAllWords(MakeTextArray({"Blue"}), "dark blue", false), -1);
   EXPECT_EQ(StringUtils::FindAllWords(TextArray(), "dark blue", false), -1);
 }
 
