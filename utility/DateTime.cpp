@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "utility/LocaleUtils.h"
+#include "utility/NumberTextConv.h"
 
 namespace {
 
@@ -129,14 +130,10 @@ std::vector<Token> Tokenize(const std::string& text, const std::vector<std::stri
 
 // The value of a run of digits, capped at nLimit.
 std::int64_t DigitsValue(const std::string& digits, std::int64_t nLimit) {
-  std::int64_t nValue = 0;
-  for (char ch : digits) {
-    nValue = std::min(nLimit, nValue * 10 + (ch - '0'));
-  }
-  return nValue;
+  return std::min<std::int64_t>(nLimit, NumberTextConv::GetNumber64FromString(CString(digits)));
 }
 
-int PartValue(const Token& token) { return static_cast<int>(DigitsValue(token.text, INT_MAX / 10)); }
+int PartValue(const Token& token) { return static_cast<int>(DigitsValue(token.text, INT_MAX)); }
 
 int YearValue(const Token& token) {
   const int nYear = PartValue(token);
@@ -240,17 +237,12 @@ bool ReadTimeOfDay(const std::vector<Token>& tokens, int& nSeconds) {
   return true;
 }
 
-CString TwoDigits(std::int64_t nValue) {
-  CString text;
-  text.Format("%02lld", static_cast<long long>(nValue));
-  return text;
+// A part of a date, time or duration: at least nMinDigits digits.
+CString Digits(std::int64_t nValue, int nMinDigits = 0) {
+  return NumberTextConv::NumberToString(static_cast<int>(nValue), false, nMinDigits, CString());
 }
 
-CString Digits(std::int64_t nValue) {
-  CString text;
-  text.Format("%lld", static_cast<long long>(nValue));
-  return text;
-}
+CString TwoDigits(std::int64_t nValue) { return Digits(nValue, 2); }
 
 // The sign of a duration and its magnitude, rounded to whole minutes when
 // bMinutes; the sign is dropped when the rounded magnitude is 0.
@@ -364,8 +356,7 @@ CString DateTime::ConvertDateToText(const DateTime& value, bool bDayOfWeek, bool
   const auto nameOf = [bAbbreviate](const char* pszName) {
     return bAbbreviate ? CString(pszName).Left(3) : CString(pszName);
   };
-  CString year;
-  year.Format("%04d", nYear);
+  const CString year = Digits(nYear, 4);
   CString text;
   if (bDayOfWeek) text = nameOf(WEEKDAY_NAMES[(value.m_nDate + 1) % WEEKDAYS]) + ", ";
   const LocaleUtils::DateOrder nOrder = LocaleUtils::GetDateOrder();

@@ -30,7 +30,8 @@ class VAXO009_API NumberTextConv {
   // dValue rounded half away from zero to nDigits fractional digits (0..20)
   // and written with the number separators, or the currency ones when
   // bCurrency. nMinDigits and strThousandsSep mean what they mean for
-  // NumberToString, with grouping when bThousands. A value that rounds to
+  // NumberToString, with grouping when bThousands; an empty strThousandsSep
+  // with bCurrency groups with the currency separator. A value that rounds to
   // zero has no sign; a value that is not finite gives an empty text.
   static CString DoubleToString(double dValue, int nDigits, bool bCurrency, int nMinDigits,
                                 const CString& strThousandsSep, bool bThousands);
