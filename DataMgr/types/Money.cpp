@@ -135,27 +135,15 @@ void Money::DivideByCount(bool bPositive, ULONGLONG nCount) {
   m_nAmount = nScaled / s_nScale + (nScaled - nWhole * s_nScale >= ROUND_UP_FROM ? 1 : 0);
 }
 
-Money Money::operator/(const Money& other) const {
-  Money result(*this);
-  result /= other;
-  return result;
-}
+Money Money::operator/(const Money& other) const { return Quotient(other); }
+Money Money::operator/(int nDivisor) const { return Quotient(nDivisor); }
+Money Money::operator/(__int64 nDivisor) const { return Quotient(nDivisor); }
+Money Money::operator/(double dDivisor) const { return Quotient(dDivisor); }
 
-Money Money::operator/(int nDivisor) const {
+template <typename Divisor>
+Money Money::Quotient(Divisor divisor) const {
   Money result(*this);
-  result /= nDivisor;
-  return result;
-}
-
-Money Money::operator/(__int64 nDivisor) const {
-  Money result(*this);
-  result /= nDivisor;
-  return result;
-}
-
-Money Money::operator/(double dDivisor) const {
-  Money result(*this);
-  result /= dDivisor;
+  result /= divisor;
   return result;
 }
 

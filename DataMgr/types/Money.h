@@ -150,6 +150,8 @@ class VAXO057_API Money {
   Money& Plus(const Money& other);
   Money& Minus(const Money& other);
   Money& Times(const Money& other);
+  template <typename Divisor>
+  Money Quotient(Divisor divisor) const;
 
   bool m_bPositive = true;
   ULONGLONG m_nAmount = 0;
