@@ -2,6 +2,12 @@
 #define DATAMGR_DATAMGR_H_
 
 // Every public header of the library, for hosts that want them all.
+#include "DataMgr/types/Data.h"
+#include "DataMgr/types/DataType.h"
 #include "DataMgr/types/LibraryVersion.h"
+#include "DataMgr/types/Money.h"
+#include "DataMgr/types/NextIDMgr.h"
+#include "DataMgr/types/UndoStore.h"
+#include "DataMgr/types/ValueStore.h"
 
 #endif  // DATAMGR_DATAMGR_H_

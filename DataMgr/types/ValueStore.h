@@ -1,0 +1,133 @@
+#ifndef DATAMGR_TYPES_VALUESTORE_H_
+#define DATAMGR_TYPES_VALUESTORE_H_
+
+#include <vector>
+
+#include "DataMgr/Export.h"
+#include "DataMgr/types/FlatIntMap.h"
+#include "DataMgr/types/Money.h"
+#include "DataMgr/types/UndoStore.h"
+#include "framework/CArchive.h"
+#include "framework/CString.h"
+#include "utility/DateTime.h"
+
+// The values of one record: per value kind (text, int, bool, Money, double,
+// DateTime) a map from column ID to value, in ascending column order, plus
+// the set of text columns whose texts are archived enciphered ("flagged").
+// The record does not know its columns' types: callers pick the kind from
+// the column's data type and keep each column in one kind only; the store
+// does not enforce that.
+//
+// A document holds hundreds of thousands of records, so each kind is one
+// sorted vector (nothing on the heap until a value arrives) rather than a
+// tree. A column that has no value reads as its kind's absent value: false,
+// -1, 0.0, a Money with all fields zero (sign negative, magnitude 0), an
+// unset DateTime, an empty text.
+class VAXO057_API ValueStore {
+ public:
+  // Whether any kind holds nID.
+  bool HaveDataProp(int nID) const;
+  bool HaveDataPropBool(int nID) const { return m_values.m_mapBool.Contains(nID); }
+  bool HaveDataPropInt(int nID) const { return m_values.m_mapInt.Contains(nID); }
+  bool HaveDataPropDouble(int nID) const { return m_values.m_mapDouble.Contains(nID); }
+  bool HaveDataPropMoney(int nID) const { return m_values.m_mapMoney.Contains(nID); }
+  bool HaveDataPropDateTime(int nID) const { return m_values.m_mapDateTime.Contains(nID); }
+  bool HaveDataPropString(int nID) const { return m_values.m_mapText.Contains(nID); }
+
+  // Stores value unless the kind already holds nID (then nothing changes).
+  // bFlagged adds nID to the flagged set even when the text existed.
+  void RegisterDataProp(int nID, const CString& value, bool bFlagged);
+  void RegisterDataProp(int nID, const DateTime& value);
+  void RegisterDataProp(int nID, const Money& value);
+  void RegisterDataProp(int nID, double value);
+  void RegisterDataProp(int nID, int value);
+  void RegisterDataProp(int nID, bool value);
+  void RegisterDataProp(int nID, const char* value, bool bFlagged) = delete;
+
+  // Stores value and returns true, or returns false and does nothing when
+  // it equals the current (or absent) value. bRecord true is an undoable
+  // edit: the old value joins the undo history. bRecord false is not: value
+  // leaves the history if it was there. The caller stamps the record's
+  // modification time.
+  bool SetData(int nID, const CString& value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, const DateTime& value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, const Money& value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, double value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, int value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, bool value, bool bRecord, UndoStore& undo);
+  bool SetData(int nID, const char* value, bool bRecord, UndoStore& undo) = delete;
+
+  // The stored value, or the kind's absent value.
+  void GetData(int nID, CString& out) const;
+  void GetData(int nID, DateTime& out) const;
+  void GetData(int nID, Money& out) const;
+  void GetData(int nID, double& out) const;
+  void GetData(int nID, int& out) const;
+  void GetData(int nID, bool& out) const;
+
+  // Removes nID from every kind, or from one. The flagged set is kept.
+  void DeleteData(int nID);
+  void DeleteDataBool(int nID) { m_values.m_mapBool.Erase(nID); }
+  void DeleteDataInt(int nID) { m_values.m_mapInt.Erase(nID); }
+  void DeleteDataDouble(int nID) { m_values.m_mapDouble.Erase(nID); }
+  void DeleteDataMoney(int nID) { m_values.m_mapMoney.Erase(nID); }
+  void DeleteDataDateTime(int nID) { m_values.m_mapDateTime.Erase(nID); }
+  void DeleteDataString(int nID) { m_values.m_mapText.Erase(nID); }
+
+  // Two columns trade IDs within one kind: nothing when the IDs are equal or
+  // nIDA has no value; nIDB without a value gets a copy of nIDA's; two
+  // values are swapped.
+  void ChangeDataPropIDBool(int nIDA, int nIDB);
+  void ChangeDataPropIDInt(int nIDA, int nIDB);
+  void ChangeDataPropIDDouble(int nIDA, int nIDB);
+  void ChangeDataPropIDMoney(int nIDA, int nIDB);
+  void ChangeDataPropIDDateTime(int nIDA, int nIDB);
+  void ChangeDataPropIDString(int nIDA, int nIDB);
+
+  // Moves the value of nFromID (the first kind holding it, searched bool,
+  // int, double, Money, DateTime, text) to nToID, overwriting nToID's value
+  // in that kind; a flagged text takes its flag along. No undo history.
+  void MoveData(int nFromID, int nToID);
+
+  // Appends the IDs of all values, kind by kind (bool, int, double, Money,
+  // DateTime, text), each kind in ascending order; an ID held by two kinds
+  // comes twice.
+  void GetSupportedDataProps(std::vector<int>& ids) const;
+
+  // Same values kind by kind and same flagged set.
+  bool operator==(const ValueStore& other) const;
+
+  // See the layout above the definition; version 6 is current.
+  void Serialize(CArchive& ar);
+
+ private:
+  template <typename T>
+  bool Set(int nID, const T& value, bool bRecord, UndoStore& undo);
+  template <typename T>
+  void Get(int nID, T& out) const;
+  template <typename T>
+  static void ChangeID(FlatIntMap<T>& map, int nIDA, int nIDB);
+  template <typename T>
+  static bool Move(FlatIntMap<T>& map, int nFromID, int nToID);
+  bool IsFlagged(int nID) const;
+  void Flag(int nID);
+  void Unflag(int nID);
+  void SerializeFlagged(CArchive& ar, bool bOldFormat);
+  void SerializeTexts(CArchive& ar, bool bOldFormat);
+  void SerializeMoney(CArchive& ar, bool bOldFormat);
+
+  // One map per value kind, in this order.
+  struct Values {
+    FlatIntMap<CString> m_mapText;
+    FlatIntMap<int> m_mapInt;
+    FlatIntMap<bool> m_mapBool;
+    FlatIntMap<Money> m_mapMoney;
+    FlatIntMap<double> m_mapDouble;
+    FlatIntMap<DateTime> m_mapDateTime;
+  };
+
+  Values m_values;
+  std::vector<int> m_vecFlagged;  // ascending, no repeats
+};
+
+#endif  // DATAMGR_TYPES_VALUESTORE_H_

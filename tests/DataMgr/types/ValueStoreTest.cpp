@@ -1,0 +1,496 @@
+#include "DataMgr/types/ValueStore.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "DataMgr/types/UndoStore.h"
+#include "tests/support/ArchiveTestSupport.h"
+
+using test_support::ByteWriter;
+using test_support::Bytes;
+using test_support::ExpectEveryCutThrowsEndOfFile;
+using test_support::Load;
+using test_support::Store;
+using test_support::ToHex;
+
+namespace {
+
+// A record's two stores, as the record classes embed them.
+struct TestRecord {
+  template <typename T>
+  bool SetData(int nID, const T& value, bool bRecord) {
+    return m_values.SetData(nID, value, bRecord, m_undo);
+  }
+  template <typename T>
+  void GetData(int nID, T& out) const {
+    m_values.GetData(nID, out);
+  }
+  void RegisterDataProp(int nID, int value) { m_values.RegisterDataProp(nID, value); }
+  bool HaveUndoData(int nID) const { return m_undo.HaveUndoData(nID); }
+
+  ValueStore m_values;
+  UndoStore m_undo;
+};
+
+DateTime Day(int nJulianDay) { return DateTime::FromJulian(nJulianDay, 3600); }
+
+Money Units(int n) { return Money(n); }
+
+Money AllFieldsZero() {
+  Money zero;
+  zero.MakeNegative();
+  return zero;
+}
+
+template <typename T>
+std::vector<T> Undo(const TestRecord& record, int nID) {
+  std::vector<T> history;
+  record.m_undo.GetUndoData(nID, history);
+  return history;
+}
+
+// The enciphered text form: byte i XOR (0xA5 + 31 i), then the text form.
+std::string Enciphered(const std::string& text) {
+  std::string enciphered = text;
+  for (size_t i = 0; i < text.size(); ++i) {
+    enciphered[i] = static_cast<char>(static_cast<unsigned char>(text[i]) ^ ((0xA5 + 31 * i) & 0xFF));
+  }
+  return enciphered;
+}
+
+Bytes StoreValues(ValueStore values) {
+  return Store([&](CArchive& ar) { values.Serialize(ar); });
+}
+
+ValueStore LoadValues(const Bytes& bytes) {
+  ValueStore values;
+  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { values.Serialize(ar); }), 0u);
+  return values;
+}
+
+// Store fields of the old (32-bit) counter versions, one map of one entry
+// each, up to and including the text map.
+ByteWriter OldStoreUpToTexts(unsigned nVersion, const std::string& text) {
+  ByteWriter w;
+  w.Word(nVersion);
+  w.Int(1).Int(10).Bool(true);             // bool map
+  w.Int(1).Int(11).Int(42);                // int map
+  w.Int(1).Int(12).Double(2.5);            // double map
+  w.Int(1).Int(13).Int(2451545).Int(60);   // date/time map
+  w.Int(0);                                // flagged set
+  w.Int(1).Int(14).Text(text);             // text map
+  return w;
+}
+
+ByteWriter& OldMoney(ByteWriter& w) {
+  return w.Int(1).Int(15).Word(1).Bool(false).Int64(1234);  // Money entries
+}
+
+void ExpectOldFields(const ValueStore& values, const char* pszText) {
+  bool b = false;
+  values.GetData(10, b);
+  EXPECT_TRUE(b);
+  int n = 0;
+  values.GetData(11, n);
+  EXPECT_EQ(n, 42);
+  double d = 0;
+  values.GetData(12, d);
+  EXPECT_EQ(d, 2.5);
+  DateTime dt;
+  values.GetData(13, dt);
+  EXPECT_EQ(dt, DateTime::FromJulian(2451545, 60));
+  CString text;
+  values.GetData(14, text);
+  EXPECT_EQ(text, pszText);
+  Money money;
+  values.GetData(15, money);
+  EXPECT_FALSE(money > 0);
+  EXPECT_EQ(money, Money(-12) - Money(34) / 100);
+}
+
+}  // namespace
+
+TEST(ValueStoreTest, AbsentValuesPerKind) {
+  const ValueStore values;
+  bool b = true;
+  values.GetData(1, b);
+  EXPECT_FALSE(b);
+  int n = 0;
+  values.GetData(1, n);
+  EXPECT_EQ(n, -1);
+  double d = 1;
+  values.GetData(1, d);
+  EXPECT_EQ(d, 0.0);
+  Money money(5);
+  values.GetData(1, money);
+  EXPECT_EQ(money, AllFieldsZero());
+  DateTime dt = Day(5);
+  values.GetData(1, dt);
+  EXPECT_EQ(dt, DateTime());
+  CString text = "x";
+  values.GetData(1, text);
+  EXPECT_EQ(text, "");
+  EXPECT_FALSE(values.HaveDataProp(1));
+}
+
+TEST(ValueStoreTest, SettingTheAbsentValueStoresNothing) {
+  TestRecord record;
+  EXPECT_FALSE(record.SetData(1, false, true));
+  EXPECT_FALSE(record.SetData(2, -1, true));
+  EXPECT_FALSE(record.SetData(3, 0.0, true));
+  EXPECT_FALSE(record.SetData(4, AllFieldsZero(), true));
+  EXPECT_FALSE(record.SetData(5, DateTime(), true));
+  EXPECT_FALSE(record.SetData(6, CString(), true));
+  std::vector<int> ids;
+  record.m_values.GetSupportedDataProps(ids);
+  EXPECT_TRUE(ids.empty());
+  EXPECT_FALSE(record.HaveUndoData(2));
+  EXPECT_TRUE(record.SetData(4, Money(0), true));
+}
+
+TEST(ValueStoreTest, RecordedEditsBuildAHistoryOfDistinctOldValues) {
+  TestRecord record;
+  EXPECT_TRUE(record.SetData(7, 5, true));
+  EXPECT_TRUE(record.SetData(7, 7, true));
+  EXPECT_TRUE(record.SetData(7, 5, true));
+  EXPECT_FALSE(record.SetData(7, 5, true));
+  int n = 0;
+  record.GetData(7, n);
+  EXPECT_EQ(n, 5);
+  EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5, 7}));
+
+  EXPECT_TRUE(record.SetData(7, 7, false));
+  record.GetData(7, n);
+  EXPECT_EQ(n, 7);
+  EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5}));
+}
+
+TEST(ValueStoreTest, UnrecordedEditsNeitherCreateNorGrowAHistory) {
+  TestRecord record;
+  EXPECT_TRUE(record.SetData(1, CString("a"), false));
+  EXPECT_TRUE(record.SetData(1, CString("b"), false));
+  EXPECT_FALSE(record.HaveUndoData(1));
+
+  EXPECT_TRUE(record.SetData(2, Day(1), true));
+  EXPECT_TRUE(record.SetData(2, DateTime(), false));
+  EXPECT_TRUE(record.HaveUndoData(2));
+  EXPECT_TRUE(Undo<DateTime>(record, 2).empty());
+}
+
+TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
+  TestRecord record;
+  record.SetData(1, 2.5, true);
+  record.SetData(1, true, true);
+  record.SetData(1, Units(3), true);
+  record.SetData(1, CString("Ab"), true);
+  record.SetData(1, CString("ab"), true);
+  EXPECT_EQ(Undo<double>(record, 1), (std::vector<double>{0.0}));
+  EXPECT_EQ(Undo<bool>(record, 1), (std::vector<bool>{false}));
+  EXPECT_EQ(Undo<Money>(record, 1), (std::vector<Money>{AllFieldsZero()}));
+  EXPECT_EQ(Undo<CString>(record, 1), (std::vector<CString>{"", "Ab"}));
+
+  std::vector<int> untouched = {9};
+  record.m_undo.GetUndoData(1, untouched);
+  record.m_undo.GetUndoData(2, untouched);
+  EXPECT_EQ(untouched, (std::vector<int>{9}));
+  record.m_undo.ClearUndoData();
+  EXPECT_FALSE(record.HaveUndoData(1));
+}
+
+TEST(ValueStoreTest, NaNNeverEqualsTheCurrentValue) {
+  TestRecord record;
+  const double dNaN = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_TRUE(record.SetData(1, dNaN, true));
+  EXPECT_TRUE(record.SetData(1, dNaN, true));
+}
+
+TEST(ValueStoreTest, CopiesOfAHistoryAreIndependent) {
+  UndoStore undo;
+  undo.AddUndoData(1, 4);
+  UndoStore copy(undo);
+  copy.AddUndoData(1, 5);
+  UndoStore assigned;
+  assigned = copy;
+  undo.RemoveUndoData(1, 4);
+  std::vector<int> history;
+  copy.GetUndoData(1, history);
+  EXPECT_EQ(history, (std::vector<int>{4, 5}));
+  assigned.GetUndoData(1, history);
+  EXPECT_EQ(history, (std::vector<int>{4, 5}));
+  undo.GetUndoData(1, history);
+  EXPECT_TRUE(history.empty());
+}
+
+TEST(ValueStoreTest, RegisteringKeepsAnExistingValue) {
+  TestRecord record;
+  record.SetData(1, 9, true);
+  record.RegisterDataProp(1, 3);
+  record.RegisterDataProp(2, 3);
+  int n = 0;
+  record.GetData(1, n);
+  EXPECT_EQ(n, 9);
+  record.GetData(2, n);
+  EXPECT_EQ(n, 3);
+  EXPECT_FALSE(record.HaveUndoData(2));
+}
+
+TEST(ValueStoreTest, HaveDataPropLooksInEveryKind) {
+  ValueStore values;
+  values.RegisterDataProp(1, true);
+  values.RegisterDataProp(2, 4);
+  values.RegisterDataProp(3, 1.5);
+  values.RegisterDataProp(4, Units(1));
+  values.RegisterDataProp(5, Day(1));
+  values.RegisterDataProp(6, CString("x"), false);
+  for (int nID = 1; nID <= 6; ++nID) EXPECT_TRUE(values.HaveDataProp(nID)) << nID;
+  EXPECT_TRUE(values.HaveDataPropMoney(4));
+  EXPECT_FALSE(values.HaveDataPropMoney(3));
+  EXPECT_FALSE(values.HaveDataProp(7));
+}
+
+TEST(ValueStoreTest, DeletingByKindOrEverywhere) {
+  ValueStore values;
+  values.RegisterDataProp(1, 4);
+  values.RegisterDataProp(1, CString("x"), false);
+  values.DeleteDataInt(1);
+  EXPECT_FALSE(values.HaveDataPropInt(1));
+  EXPECT_TRUE(values.HaveDataPropString(1));
+  values.RegisterDataProp(1, true);
+  values.DeleteData(1);
+  EXPECT_FALSE(values.HaveDataProp(1));
+  values.DeleteData(1);
+}
+
+TEST(ValueStoreTest, SupportedColumnsAppendKindByKindAscending) {
+  ValueStore values;
+  values.RegisterDataProp(9, CString("t"), false);
+  values.RegisterDataProp(3, Day(1));
+  values.RegisterDataProp(8, Units(1));
+  values.RegisterDataProp(7, 0.5);
+  values.RegisterDataProp(6, 2);
+  values.RegisterDataProp(2, 1);
+  values.RegisterDataProp(5, false);
+  values.RegisterDataProp(9, true);
+  std::vector<int> ids = {100};
+  values.GetSupportedDataProps(ids);
+  EXPECT_EQ(ids, (std::vector<int>{100, 5, 9, 2, 6, 7, 8, 3, 9}));
+}
+
+TEST(ValueStoreTest, ChangingIDsCopiesOrSwaps) {
+  ValueStore values;
+  values.RegisterDataProp(1, 10);
+  values.ChangeDataPropIDInt(1, 2);
+  int n = 0;
+  values.GetData(1, n);
+  EXPECT_EQ(n, 10);
+  values.GetData(2, n);
+  EXPECT_EQ(n, 10);
+
+  values.RegisterDataProp(3, CString("a"), false);
+  values.RegisterDataProp(4, CString("b"), false);
+  values.ChangeDataPropIDString(3, 4);
+  CString text;
+  values.GetData(3, text);
+  EXPECT_EQ(text, "b");
+  values.GetData(4, text);
+  EXPECT_EQ(text, "a");
+
+  values.ChangeDataPropIDInt(5, 1);
+  values.GetData(1, n);
+  EXPECT_EQ(n, 10);
+  EXPECT_FALSE(values.HaveDataPropInt(5));
+}
+
+TEST(ValueStoreTest, MovingTakesTheFirstKindThatHoldsTheColumn) {
+  ValueStore values;
+  values.RegisterDataProp(1, 5);
+  values.RegisterDataProp(1, CString("text"), false);
+  values.RegisterDataProp(2, 6);
+  values.MoveData(1, 2);
+  int n = 0;
+  values.GetData(2, n);
+  EXPECT_EQ(n, 5);
+  EXPECT_FALSE(values.HaveDataPropInt(1));
+  EXPECT_TRUE(values.HaveDataPropString(1));
+  values.MoveData(2, 2);
+  EXPECT_TRUE(values.HaveDataPropInt(2));
+  values.MoveData(3, 4);
+  EXPECT_FALSE(values.HaveDataProp(4));
+}
+
+TEST(ValueStoreTest, MovingAFlaggedTextMovesItsFlag) {
+  ValueStore values;
+  values.RegisterDataProp(1, CString("secret"), true);
+  values.RegisterDataProp(3, CString("plain"), false);
+  values.MoveData(1, 2);
+  const Bytes expected = ByteWriter()
+                             .Word(6)
+                             .Int64(0)
+                             .Int64(0)
+                             .Int64(0)
+                             .Int64(0)
+                             .Int64(1)
+                             .Int(2)  // flagged set
+                             .Int64(2)
+                             .Int(2)
+                             .Text(Enciphered("secret"))
+                             .Int(3)
+                             .Text("plain")  // text map
+                             .Int64(0)
+                             .Get();
+  EXPECT_EQ(ToHex(StoreValues(values)), ToHex(expected));
+}
+
+TEST(ValueStoreTest, StoresAreEqualByValuesAndFlags) {
+  ValueStore a;
+  ValueStore b;
+  a.RegisterDataProp(1, CString("x"), false);
+  b.RegisterDataProp(1, CString("x"), true);
+  EXPECT_FALSE(a == b);
+  a.RegisterDataProp(1, CString("y"), true);
+  EXPECT_TRUE(a == b);
+  a.RegisterDataProp(2, 0.5);
+  EXPECT_FALSE(a == b);
+}
+
+TEST(ValueStoreTest, CurrentArchiveByteForByte) {
+  ValueStore values;
+  values.RegisterDataProp(20, false);
+  values.RegisterDataProp(10, true);
+  values.RegisterDataProp(11, -7);
+  values.RegisterDataProp(12, 0.25);
+  values.RegisterDataProp(13, DateTime::FromJulian(2460000, -1));
+  values.RegisterDataProp(15, CString("ab"), true);
+  values.RegisterDataProp(14, CString(" keep "), false);
+  Money money(0);
+  money.MakeNegative();
+  values.RegisterDataProp(16, money);
+  const Bytes expected = ByteWriter()
+                             .Word(6)
+                             .Int64(2).Int(10).Bool(true).Int(20).Bool(false)  // bool map
+                             .Int64(1).Int(11).Int(-7)                         // int map
+                             .Int64(1).Int(12).Double(0.25)                    // double map
+                             .Int64(1).Int(13).Int(2460000).Int(-1)            // date/time map
+                             .Int64(1).Int(15)                                 // flagged set
+                             .Int64(2).Int(14).Text(" keep ").Int(15).Text(Enciphered("ab"))
+                             .Int64(1).Int(16).Word(1).Bool(false).Int64(0)  // Money
+                             .Get();
+  const Bytes bytes = StoreValues(values);
+  EXPECT_EQ(ToHex(bytes), ToHex(expected));
+
+  const ValueStore loaded = LoadValues(bytes);
+  EXPECT_TRUE(loaded == values);
+  EXPECT_EQ(ToHex(StoreValues(loaded)), ToHex(bytes));
+  CString text;
+  loaded.GetData(15, text);
+  EXPECT_EQ(text, "ab");
+  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
+}
+
+TEST(ValueStoreTest, NewerVersionsReadAsTheCurrentOne) {
+  const Bytes bytes =
+      ByteWriter().Word(9).Int64(0).Int64(1).Int(3).Int(8).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0).Get();
+  const ValueStore values = LoadValues(bytes);
+  int n = 0;
+  values.GetData(3, n);
+  EXPECT_EQ(n, 8);
+}
+
+TEST(ValueStoreTest, DamagedMapsKeepTheLastOfARepeatedKey) {
+  const Bytes bytes = ByteWriter()
+                          .Word(6)
+                          .Int64(0)
+                          .Int64(3).Int(5).Int(1).Int(2).Int(2).Int(5).Int(3)  // int map, 5 twice, out of order
+                          .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
+                          .Get();
+  const ValueStore values = LoadValues(bytes);
+  int n = 0;
+  values.GetData(5, n);
+  EXPECT_EQ(n, 3);
+  const Bytes ordered = ByteWriter()
+                            .Word(6)
+                            .Int64(0)
+                            .Int64(2).Int(2).Int(2).Int(5).Int(3)
+                            .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
+                            .Get();
+  EXPECT_EQ(ToHex(StoreValues(values)), ToHex(ordered));
+}
+
+TEST(ValueStoreTest, HugeCountsThrowBeforeAllocating) {
+  const Bytes bytes = ByteWriter().Word(6).Int64(0x7FFFFFFFFFFFLL).Int(1).Bool(true).Get();
+  EXPECT_THROW(LoadValues(bytes), CArchiveException);
+  const Bytes addresses = OldStoreUpToTexts(1, "x").Int(0x7FFFFFFF).Get();
+  EXPECT_THROW(LoadValues(addresses), CArchiveException);
+}
+
+TEST(ValueStoreTest, VersionTwoTrimsTextsAndSixKeepsThem) {
+  ByteWriter v2 = OldStoreUpToTexts(2, "  padded text \t");
+  ExpectOldFields(LoadValues(OldMoney(v2).Get()), "padded text");
+
+  ByteWriter v5 = OldStoreUpToTexts(5, "  padded text \t");
+  ExpectOldFields(LoadValues(OldMoney(v5).Get()), "  padded text \t");
+
+  const Bytes v6 = ByteWriter()
+                       .Word(6)
+                       .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
+                       .Int64(1).Int(14).Text(" x ")
+                       .Int64(0)
+                       .Get();
+  CString text;
+  LoadValues(v6).GetData(14, text);
+  EXPECT_EQ(text, " x ");
+}
+
+TEST(ValueStoreTest, VersionOneDropsTheAddressBlockOfEveryAddressVersion) {
+  ByteWriter w = OldStoreUpToTexts(1, " t ");
+  w.Int(8);  // addresses
+  w.Int(100).Word(0);  // version 0: nothing more
+  w.Int(101).Word(1);  // version 1: ten enciphered texts, the ID
+  for (int i = 0; i < 10; ++i) w.Text(Enciphered("f" + std::to_string(i)));
+  w.Int(4);
+  w.Int(102).Word(2).Int(5).Bool(true).Int(2).Text("Name").Text("Street");  // ID, business, texts
+  w.Int(103).Word(3).Int(5).Bool(false).Int(0);
+  w.Int(104).Word(4).Int(5).Bool(true).Int(1).Text("Name");
+  w.Int(105).Word(5).Int(5).Bool(true).Int(1).Text("Name").Int(3);  // usage count last
+  w.Int(106).Word(6).Bool(true).Int(6).Int(2).Int(1).Text(Enciphered("Name"));
+  w.Int(107).Word(7).Bool(false).Int(7).Int(0).Int64(2).Text(Enciphered("A")).Text(Enciphered("B"));
+  const Bytes bytes = OldMoney(w).Get();
+  ExpectOldFields(LoadValues(bytes), "t");
+  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
+}
+
+TEST(ValueStoreTest, VersionFourDropsTheListBlockAfterTheMoney) {
+  ByteWriter w = OldStoreUpToTexts(4, "t");
+  OldMoney(w);
+  w.Int(2);                                              // entries
+  w.Int(1).Int(1).Int(7).Int(2).Int(1).Int(2);           // ID 1: {7: [1, 2]}
+  w.Int(2).Int(0);                                       // ID 2: empty map
+  const Bytes bytes = w.Get();
+  ExpectOldFields(LoadValues(bytes), "t");
+  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
+
+  ByteWriter v3 = OldStoreUpToTexts(3, "t");
+  const Bytes withoutBlock = OldMoney(v3).Get();
+  ExpectOldFields(LoadValues(withoutBlock), "t");
+}
+
+TEST(ValueStoreTest, AHalfLoadedStoreStaysUsable) {
+  const Bytes bytes = ByteWriter()
+                          .Word(6)
+                          .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
+                          .Int64(3).Int(9).Text("a").Int(4).Text("b").Int(7).Byte(200).Raw(Bytes(10, 'c'))
+                          .Get();
+  ValueStore values;
+  EXPECT_THROW(Load(bytes, [&](CArchive& ar) { values.Serialize(ar); }), CArchiveException);
+  CString text;
+  values.GetData(4, text);
+  EXPECT_EQ(text, "b");
+  values.GetData(9, text);
+  EXPECT_EQ(text, "a");
+  values.RegisterDataProp(5, CString("c"), false);
+  std::vector<int> ids;
+  values.GetSupportedDataProps(ids);
+  EXPECT_EQ(ids, (std::vector<int>{4, 5, 9}));
+}
