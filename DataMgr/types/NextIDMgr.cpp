@@ -1,0 +1,36 @@
+#include "DataMgr/types/NextIDMgr.h"
+
+namespace {
+
+const WORD NEXTIDMGR_VERSION = 1;
+
+// nID + 1, wrapping past the largest int instead of overflowing.
+int Following(int nID) { return static_cast<int>(static_cast<UINT>(nID) + 1u); }
+
+}  // namespace
+
+int NextIDMgr::GetNextID() {
+  const int nID = m_nNextID;
+  m_nNextID = Following(nID);
+  return nID;
+}
+
+void NextIDMgr::UpdateNextID(int nID) {
+  if (IsValidID(nID) && nID >= m_nNextID) m_nNextID = Following(nID);
+}
+
+// Layout (version 1, current):
+//   WORD version
+//   int  next ID
+// Changelog:
+//   1: first version.
+void NextIDMgr::Serialize(CArchive& ar) {
+  if (ar.IsStoring()) {
+    ar << NEXTIDMGR_VERSION;
+    ar << m_nNextID;
+  } else {
+    WORD nVersion = 0;
+    ar >> nVersion;
+    ar >> m_nNextID;
+  }
+}

@@ -1,0 +1,262 @@
+#include "DataMgr/types/DataType.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/support/ArchiveTestSupport.h"
+
+using test_support::ByteWriter;
+using test_support::Bytes;
+using test_support::ExpectEveryCutThrowsEndOfFile;
+using test_support::Load;
+using test_support::Store;
+using test_support::ToHex;
+
+namespace {
+
+DataType::Type T(int n) { return static_cast<DataType::Type>(n); }
+
+// The types that have a display text, with it.
+const std::vector<std::pair<int, std::string>> TEXTS = {
+    {0, "Yes/No"},
+    {1, "Number"},
+    {2, "Duration"},
+    {3, "Decimal"},
+    {4, "Date"},
+    {5, "Time"},
+    {6, "Text"},
+    {7, "Photo File Path"},
+    {8, "Directory Path"},
+    {9, "e-mail Address"},
+    {10, "Web Site Address"},
+    {11, "Password"},
+    {12, "Large Text"},
+    {13, "List of Numbers (suggested as typed)"},
+    {14, "List of Values (suggested as typed)"},
+    {15, "List of Numbers (select from list)"},
+    {16, "List of Values (select from list)"},
+    {18, "Addressbook (suggested as typed)"},
+    {19, "Addressbook (select from list)"},
+    {21, "List of Values (with desc.) (suggested as typed)"},
+    {22, "List of Values (with desc.) (select from list)"},
+    {25, "Data File Path"},
+    {26, "List of Decimal Values (suggested as typed)"},
+    {27, "List of Decimal Values (select from list)"},
+    {28, "Monetary"},
+    {30, "Number (with optional text)"},
+    {31, "Number (with possible Roman numerals and/or text)"},
+    {32, "Embedded Thumbnail Image"},
+    {33, "Icon"},
+};
+
+std::set<int> Range(int nFirst, int nLast) {
+  std::set<int> numbers;
+  for (int n = nFirst; n <= nLast; ++n) numbers.insert(n);
+  return numbers;
+}
+
+std::set<int> Without(std::set<int> numbers, const std::set<int>& removed) {
+  for (int n : removed) numbers.erase(n);
+  return numbers;
+}
+
+// The conversion table row by row, over the numbers -3 to 70.
+std::set<int> ExpectedTargets(int nFrom) {
+  const std::set<int> all = Range(-3, 70);
+  switch (nFrom) {
+    case 1:
+    case 2:
+      return {0, 1, 2, 3, 6, 11, 12, 13, 14, 15, 16, 21, 22, 28, 30, 31};
+    case 3:
+    case 28:
+      return {0, 1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 26, 27, 28, 30, 31};
+    case 4:
+    case 5:
+      return {nFrom, 6, 11, 12};
+    case 6:
+    case 11:
+      return Without(all, {0, 1, 2, 3, 13, 15, 28});
+    case 7:
+    case 8:
+    case 25:
+    case 32:
+      return {6, 7, 8, 11, 12, 25, 32};
+    case 9:
+    case 10:
+      return {nFrom, 6, 11, 12, 14, 16, 21, 22};
+    case 12:
+      return Without(all, {0, 1, 2, 3, 13, 15, 28, 30, 31});
+    case 13:
+    case 15:
+    case 26:
+    case 27:
+      return {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 21, 22, 25, 26, 27, 30, 32};
+    case 14:
+    case 16:
+    case 21:
+    case 22:
+      return {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 18, 19, 21, 22, 25, 26, 27, 30, 32};
+    case 18:
+    case 19:
+      return {6, 8, 11, 12, 14, 16, 18, 19, 21, 22};
+    case 30:
+    case 31:
+      return {nFrom, 1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 28};
+    default:
+      return {nFrom};
+  }
+}
+
+}  // namespace
+
+TEST(DataTypeTest, DefaultIsTextAndComparisonsUseTheNumber) {
+  DataType type;
+  EXPECT_EQ(type.Get(), DataType::Text);
+  DataType other;
+  other.Set(DataType::Monetary);
+  EXPECT_FALSE(type == other);
+  EXPECT_TRUE(type < other);
+  EXPECT_FALSE(other < type);
+  other = type;
+  EXPECT_TRUE(other == type);
+}
+
+TEST(DataTypeTest, TextsOfEveryNumber) {
+  for (const auto& row : TEXTS) {
+    EXPECT_EQ(DataType::GetText(T(row.first)), row.second.c_str()) << row.first;
+    EXPECT_EQ(DataType::GetType(row.second.c_str()), T(row.first)) << row.second;
+  }
+  for (int nGap : {17, 20, 23, 24, 29, 34, -1}) EXPECT_EQ(DataType::GetText(T(nGap)), "") << nGap;
+}
+
+TEST(DataTypeTest, UnknownTextsGiveText) {
+  EXPECT_EQ(DataType::GetType("yes/no"), DataType::Text);
+  EXPECT_EQ(DataType::GetType("Number "), DataType::Text);
+  EXPECT_EQ(DataType::GetType(""), DataType::Text);
+}
+
+TEST(DataTypeTest, TypeListIsByteOrderedAndAppends) {
+  std::vector<CString> texts = {"kept"};
+  DataType::GetTypeList(texts);
+  const std::vector<std::string> expected = {"kept",
+                                             "Addressbook (select from list)",
+                                             "Addressbook (suggested as typed)",
+                                             "Data File Path",
+                                             "Date",
+                                             "Decimal",
+                                             "Directory Path",
+                                             "Duration",
+                                             "Embedded Thumbnail Image",
+                                             "Icon",
+                                             "Large Text",
+                                             "List of Decimal Values (select from list)",
+                                             "List of Decimal Values (suggested as typed)",
+                                             "List of Numbers (select from list)",
+                                             "List of Numbers (suggested as typed)",
+                                             "List of Values (select from list)",
+                                             "List of Values (suggested as typed)",
+                                             "List of Values (with desc.) (select from list)",
+                                             "List of Values (with desc.) (suggested as typed)",
+                                             "Monetary",
+                                             "Number",
+                                             "Number (with optional text)",
+                                             "Number (with possible Roman numerals and/or text)",
+                                             "Password",
+                                             "Photo File Path",
+                                             "Text",
+                                             "Time",
+                                             "Web Site Address",
+                                             "Yes/No",
+                                             "e-mail Address"};
+  ASSERT_EQ(texts.size(), expected.size());
+  for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(texts[i], expected[i].c_str()) << i;
+}
+
+TEST(DataTypeTest, ListAndNumberTypes) {
+  const std::set<int> lists = {13, 14, 15, 16, 18, 19, 21, 22, 26, 27};
+  const std::set<int> numbers = {1, 2, 3, 13, 15, 26, 27, 28};
+  for (int n = -2; n <= 40; ++n) {
+    EXPECT_EQ(DataType::IsListType(T(n)), lists.count(n) == 1) << n;
+    EXPECT_EQ(DataType::IsNumberType(T(n)), numbers.count(n) == 1) << n;
+  }
+}
+
+TEST(DataTypeTest, QualifierTexts) {
+  EXPECT_EQ(DataType::GetNumberTypeText(DataType::NumberWithText), "with optional text");
+  EXPECT_EQ(DataType::GetNumberTypeText(DataType::NumberWithRomanOrText), "with possible Roman numerals or text");
+  EXPECT_EQ(DataType::GetNumberTypeText(DataType::Number), "");
+  for (int n : {13, 14, 21, 26}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "suggested as typed") << n;
+  for (int n : {15, 16, 22, 27}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "select from list") << n;
+  for (int n : {18, 19, 6, 17}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "") << n;
+}
+
+TEST(DataTypeTest, SimilarTypesAndFundamentals) {
+  EXPECT_TRUE(DataType::IsSimilarType(T(40), T(40)));
+  EXPECT_FALSE(DataType::IsSimilarType(T(40), T(6)));
+  EXPECT_TRUE(DataType::IsSimilarType(DataType::Number, DataType::Duration));
+  EXPECT_TRUE(DataType::IsSimilarType(DataType::Text, DataType::NumberWithRomanOrText));
+  EXPECT_TRUE(DataType::IsSimilarType(DataType::Text, DataType::EmbeddedThumbnail));
+  EXPECT_TRUE(DataType::IsSimilarType(DataType::AddressBookSelect, DataType::AddressBookSuggested));
+  EXPECT_FALSE(DataType::IsSimilarType(DataType::NumberListSelect, DataType::ValueListSelect));
+  EXPECT_FALSE(DataType::IsSimilarType(DataType::Decimal, DataType::Monetary));
+  EXPECT_FALSE(DataType::IsSimilarType(DataType::Text, DataType::ValueListSuggested));
+  EXPECT_FALSE(DataType::IsSimilarType(T(17), T(20)));
+
+  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Number, DataType::NumberListSelect));
+  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Monetary, DataType::DecimalListSuggested));
+  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::AddressBookSelect, DataType::Text));
+  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::Number, DataType::Decimal));
+  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::Icon, DataType::Text));
+  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::YesNo, DataType::Number));
+  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Icon, DataType::Icon));
+}
+
+TEST(DataTypeTest, ConversionsAreOneWayWhereTheTableSaysSo) {
+  EXPECT_TRUE(DataType::CanConvertBetween(DataType::Text, DataType::Icon));
+  EXPECT_FALSE(DataType::CanConvertBetween(DataType::Icon, DataType::Text));
+  EXPECT_TRUE(DataType::CanConvertBetween(DataType::Number, DataType::YesNo));
+  EXPECT_FALSE(DataType::CanConvertBetween(DataType::YesNo, DataType::Number));
+  EXPECT_TRUE(DataType::CanConvertBetween(DataType::NumberWithText, DataType::Number));
+  EXPECT_FALSE(DataType::CanConvertBetween(DataType::NumberWithText, DataType::NumberListSelect));
+  EXPECT_FALSE(DataType::CanConvertBetween(DataType::NumberListSelect, DataType::Number));
+  EXPECT_TRUE(DataType::CanConvertBetween(DataType::LargeText, T(40)));
+  EXPECT_TRUE(DataType::CanConvertBetween(T(40), T(40)));
+  EXPECT_FALSE(DataType::CanConvertBetween(T(40), T(41)));
+}
+
+TEST(DataTypeTest, ConversionTableCellForCell) {
+  for (int nFrom = -3; nFrom <= 40; ++nFrom) {
+    const std::set<int> targets = ExpectedTargets(nFrom);
+    for (int nTo = -3; nTo <= 70; ++nTo) {
+      const bool bExpected = nFrom == nTo || (nFrom >= 0 && nFrom <= 32 && targets.count(nTo) == 1);
+      EXPECT_EQ(DataType::CanConvertBetween(T(nFrom), T(nTo)), bExpected) << nFrom << " -> " << nTo;
+    }
+  }
+}
+
+TEST(DataTypeTest, ArchiveIsVersionWordThenTypeWord) {
+  DataType type;
+  type.Set(DataType::Monetary);
+  const Bytes bytes = Store([&](CArchive& ar) { type.Serialize(ar); });
+  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Word(1).Word(28).Get()));
+
+  DataType loaded;
+  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
+  EXPECT_TRUE(loaded == type);
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
+  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataType().Serialize(ar); });
+}
+
+TEST(DataTypeTest, LoadingIgnoresTheVersionAndKeepsAnyNumber) {
+  for (unsigned nVersion : {0u, 1u, 7u, 0xFFFFu}) {
+    DataType loaded;
+    Load(ByteWriter().Word(nVersion).Word(17).Get(), [&](CArchive& ar) { loaded.Serialize(ar); });
+    EXPECT_EQ(loaded.Get(), T(17)) << nVersion;
+  }
+  DataType wide;
+  Load(ByteWriter().Word(1).Word(0xFFFF).Get(), [&](CArchive& ar) { wide.Serialize(ar); });
+  EXPECT_EQ(static_cast<int>(wide.Get()), 0xFFFF);
+}
