@@ -9,5 +9,14 @@
 #include "DataMgr/types/NextIDMgr.h"
 #include "DataMgr/types/UndoStore.h"
 #include "DataMgr/types/ValueStore.h"
+#include "DataMgr/schema/Address.h"
+#include "DataMgr/schema/AddressBook.h"
+#include "DataMgr/schema/DataProp.h"
+#include "DataMgr/schema/DataPropMgr.h"
+#include "DataMgr/schema/ListItem.h"
+#include "DataMgr/schema/ListItemDouble.h"
+#include "DataMgr/schema/ListItemNumber.h"
+#include "DataMgr/schema/ListItemText.h"
+#include "DataMgr/schema/ListItemTextDesc.h"
 
 #endif  // DATAMGR_DATAMGR_H_

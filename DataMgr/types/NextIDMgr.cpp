@@ -4,19 +4,18 @@ namespace {
 
 const WORD NEXTIDMGR_VERSION = 1;
 
-// nID + 1, wrapping past the largest int instead of overflowing.
-int Following(int nID) { return static_cast<int>(static_cast<UINT>(nID) + 1u); }
-
 }  // namespace
+
+int NextIDMgr::IDAfter(int nID) { return static_cast<int>(static_cast<UINT>(nID) + 1u); }
 
 int NextIDMgr::GetNextID() {
   const int nID = m_nNextID;
-  m_nNextID = Following(nID);
+  m_nNextID = IDAfter(nID);
   return nID;
 }
 
 void NextIDMgr::UpdateNextID(int nID) {
-  if (IsValidID(nID) && nID >= m_nNextID) m_nNextID = Following(nID);
+  if (IsValidID(nID) && nID >= m_nNextID) m_nNextID = IDAfter(nID);
 }
 
 // Layout (version 1, current):

@@ -13,6 +13,9 @@ class VAXO057_API NextIDMgr {
   NextIDMgr() = default;
 
   static bool IsValidID(int nID) { return nID >= 0; }
+  // nID + 1, wrapping past the largest int to the smallest instead of
+  // overflowing; for every counter of IDs that an archive may set.
+  static int IDAfter(int nID);
 
   // Returns the next ID and moves past it.
   int GetNextID();

@@ -87,3 +87,9 @@ TEST(NextIDMgrTest, ArchiveIsVersionWordThenNextID) {
   Load(ByteWriter().Word(0xFFFF).Int(7).Get(), [&](CArchive& ar) { loaded.Serialize(ar); });
   EXPECT_EQ(loaded.GetNextID(), 7);
 }
+
+TEST(NextIDMgrTest, IDAfterWrapsInsteadOfOverflowing) {
+  EXPECT_EQ(NextIDMgr::IDAfter(4), 5);
+  EXPECT_EQ(NextIDMgr::IDAfter(-1), 0);
+  EXPECT_EQ(NextIDMgr::IDAfter(INT_MAX), INT_MIN);
+}

@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "DataMgr/schema/ListItemDouble.h"
+#include "DataMgr/schema/ListItemNumber.h"
+#include "DataMgr/schema/ListItemText.h"
+#include "DataMgr/schema/ListItemTextDesc.h"
+#include "tests/DataMgr/schema/SchemaArchiveWriter.h"
+#include "tests/support/LocaleTestSupport.h"
+
+using schema_test::DoubleEntry;
+using schema_test::NumberEntry;
+using schema_test::TextDescEntry;
+using schema_test::TextEntry;
+using test_support::ByteWriter;
+using test_support::Bytes;
+using test_support::ExpectEveryCutThrowsEndOfFile;
+using test_support::Load;
+using test_support::Store;
+using test_support::ToHex;
+
+namespace {
+
+class ListItemTest : public test_support::UsLocaleTest {};
+
+// Stores item, loads the bytes into a fresh item of its class and stores
+// that again: the bytes must not change.
+template <typename T>
+Bytes RoundTrip(T& item) {
+  const Bytes first = Store([&](CArchive& ar) { item.Serialize(ar); });
+  T loaded;
+  EXPECT_EQ(Load(first, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(first));
+  return first;
+}
+
+}  // namespace
+
+TEST_F(ListItemTest, NewEntriesHaveNoIDNoUsageAndAnEmptyValue) {
+  ListItemNumber number;
+  ListItemDouble decimal;
+  ListItemTextDesc desc;
+  for (const ListItem* p : {static_cast<const ListItem*>(&number), static_cast<const ListItem*>(&decimal),
+                            static_cast<const ListItem*>(&desc)}) {
+    EXPECT_EQ(p->GetID(), -1);
+    EXPECT_EQ(p->GetUsageCount(), 0);
+  }
+  EXPECT_EQ(number.GetNumber(), 0);
+  EXPECT_EQ(decimal.GetNumber(), 0.0);
+  EXPECT_EQ(desc.GetTextRepresentation(), "");
+  EXPECT_EQ(desc.GetDesc(), "");
+}
+
+TEST_F(ListItemTest, UsageCountNeverGoesBelowZero) {
+  ListItemText item;
+  item.UnregisterUsage();
+  EXPECT_EQ(item.GetUsageCount(), 0);
+  item.RegisterUsage();
+  item.RegisterUsage();
+  item.UnregisterUsage();
+  EXPECT_EQ(item.GetUsageCount(), 1);
+  item.ClearUsageCount();
+  EXPECT_EQ(item.GetUsageCount(), 0);
+}
+
+TEST_F(ListItemTest, TextsCompareIgnoringCaseButACaseChangeIsAChange) {
+  ListItemText lower;
+  ListItemText upper;
+  EXPECT_TRUE(lower.SetTextRepresentation("abc"));
+  EXPECT_FALSE(lower.SetTextRepresentation("abc"));
+  upper.SetTextRepresentation("ABC");
+  EXPECT_TRUE(lower == upper);
+  EXPECT_FALSE(lower < upper);
+  EXPECT_TRUE(lower.SetTextRepresentation("ABC"));
+  EXPECT_EQ(lower.GetTextRepresentation(), "ABC");
+
+  ListItemText b;
+  b.SetTextRepresentation("b");
+  EXPECT_TRUE(upper < b);
+}
+
+TEST_F(ListItemTest, DescriptionTakesNoPartInEqualityOrText) {
+  ListItemTextDesc a;
+  ListItemTextDesc b;
+  a.SetTextRepresentation("Red");
+  a.SetDesc("warm");
+  b.SetTextRepresentation("red");
+  b.SetDesc("cold");
+  EXPECT_TRUE(a == b);
+  EXPECT_EQ(a.GetTextRepresentation(), "Red");
+}
+
+TEST_F(ListItemTest, NumbersReadAndWriteTheirText) {
+  ListItemNumber number;
+  EXPECT_TRUE(number.SetTextRepresentation("1234"));
+  EXPECT_EQ(number.GetNumber(), 1234);
+  EXPECT_EQ(number.GetTextRepresentation(), "1234");
+  EXPECT_FALSE(number.SetTextRepresentation(" 1234"));
+
+  ListItemDouble decimal;
+  EXPECT_TRUE(decimal.SetTextRepresentation("1234.5"));
+  EXPECT_EQ(decimal.GetNumber(), 1234.5);
+  EXPECT_EQ(decimal.GetTextRepresentation(), "1,234.50");
+  EXPECT_FALSE(decimal.SetTextRepresentation("1,234.50"));
+}
+
+TEST_F(ListItemTest, CopiesKeepIDAndUsageCount) {
+  ListItemTextDesc item;
+  item.SetID(7);
+  item.RegisterUsage();
+  item.SetTextRepresentation("x");
+  item.SetDesc("d");
+  ListItemTextDesc copy(item);
+  EXPECT_EQ(copy.GetID(), 7);
+  EXPECT_EQ(copy.GetUsageCount(), 1);
+  EXPECT_EQ(copy.GetDesc(), "d");
+  ListItemTextDesc assigned;
+  assigned = item;
+  EXPECT_EQ(assigned.GetID(), 7);
+  EXPECT_EQ(assigned.GetTextRepresentation(), "x");
+}
+
+TEST_F(ListItemTest, ArchiveBytesOfEachClass) {
+  ListItemNumber number;
+  number.SetID(3);
+  number.RegisterUsage();
+  number.SetNumber(-2);
+  EXPECT_EQ(ToHex(RoundTrip(number)), ToHex(NumberEntry(3, 1, -2)));
+
+  ListItemDouble decimal;
+  decimal.SetID(0);
+  decimal.SetNumber(2.5);
+  EXPECT_EQ(ToHex(RoundTrip(decimal)), ToHex(DoubleEntry(0, 0, 2.5)));
+
+  ListItemText text;
+  text.SetID(1);
+  text.SetTextRepresentation("Blue");
+  EXPECT_EQ(ToHex(RoundTrip(text)), ToHex(TextEntry(1, 0, "Blue")));
+
+  ListItemTextDesc desc;
+  desc.SetID(2);
+  desc.SetTextRepresentation("S");
+  desc.SetDesc("small");
+  EXPECT_EQ(ToHex(RoundTrip(desc)), ToHex(TextDescEntry(2, 0, "S", "small")));
+}
+
+TEST_F(ListItemTest, VersionOneRecordKeepsTheUsageCount) {
+  ListItemText item;
+  item.RegisterUsage();
+  item.RegisterUsage();
+  const Bytes v1 = ByteWriter().Word(1).Int(4).Word(1).Text("old").Get();
+  EXPECT_EQ(Load(v1, [&](CArchive& ar) { item.Serialize(ar); }), 0u);
+  EXPECT_EQ(item.GetID(), 4);
+  EXPECT_EQ(item.GetUsageCount(), 2);
+  EXPECT_EQ(item.GetTextRepresentation(), "old");
+}
+
+TEST_F(ListItemTest, SubclassVersionWordsAreIgnored) {
+  const Bytes odd = ByteWriter().Word(2).Int(1).Int(0).Word(9).Int(5).Get();
+  ListItemNumber number;
+  Load(odd, [&](CArchive& ar) { number.Serialize(ar); });
+  EXPECT_EQ(number.GetNumber(), 5);
+}
+
+TEST_F(ListItemTest, CutRecordsThrowEndOfFile) {
+  ExpectEveryCutThrowsEndOfFile(TextDescEntry(2, 1, "S", "small"), [](CArchive& ar) {
+    ListItemTextDesc item;
+    item.Serialize(ar);
+  });
+  ExpectEveryCutThrowsEndOfFile(DoubleEntry(2, 1, 1.5), [](CArchive& ar) {
+    ListItemDouble item;
+    item.Serialize(ar);
+  });
+}
