@@ -2,6 +2,12 @@
 #define DATAMGR_DATAMGR_H_
 
 // Every public header of the library, for hosts that want them all.
+#include "DataMgr/records/DataItem.h"
+#include "DataMgr/records/DataItemMgr.h"
+#include "DataMgr/records/DataRecord.h"
+#include "DataMgr/records/DataSubItem.h"
+#include "DataMgr/records/DataSubItemMgr.h"
+#include "DataMgr/records/RecordList.h"
 #include "DataMgr/types/Data.h"
 #include "DataMgr/types/DataType.h"
 #include "DataMgr/types/LibraryVersion.h"
