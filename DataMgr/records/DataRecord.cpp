@@ -3,7 +3,7 @@
 DataRecord::DataRecord() = default;
 
 DataRecord::DataRecord(const DataRecord& other, bool bWithUndo)
-    : Data(), m_nID(other.m_nID), m_values(other.m_values), m_undo(bWithUndo ? other.m_undo : UndoStore()) {}
+    : Data(), m_values(other.m_values), m_undo(bWithUndo ? other.m_undo : UndoStore()), m_nID(other.m_nID) {}
 
 DataRecord::~DataRecord() = default;
 

@@ -106,9 +106,10 @@ class VAXO057_API DataRecord : public Data {
   void ChangeDataPropIDString(int nIDA, int nIDB);
 
  private:
-  int m_nID = -1;
+  // The ID last, so that a sub-item's parent ID fills the padding after it.
   ValueStore m_values;
   UndoStore m_undo;
+  int m_nID = -1;
 };
 
 #endif  // DATAMGR_RECORDS_DATARECORD_H_

@@ -185,8 +185,10 @@ class RecordList {
     for (T* pRecord : m_vecRecords) pRecord->SetData(nColumnID, value, true);
   }
 
-  NextIDMgr m_nextID;
+  // In this order, so that a derived collection's small fields fill the
+  // padding at the end.
   std::vector<T*> m_vecRecords;
+  NextIDMgr m_nextID;
 };
 
 #endif  // DATAMGR_RECORDS_RECORDLIST_H_

@@ -7,6 +7,8 @@
 #include "tests/DataMgr/records/RecordFixtures.h"
 #include "tests/support/ArchiveTestSupport.h"
 
+using records_test::Fill;
+using records_test::IDs;
 using records_test::IntHistory;
 using records_test::IntOf;
 using records_test::OLD_DAY;
@@ -26,20 +28,6 @@ class TestItemMgr : public DataItemMgr {
   using DataItemMgr::Add;
   using DataItemMgr::Insert;
 };
-
-// Items with IDs 0, 1, ... (n of them), each holding its ID in column 1.
-void Fill(DataItemMgr& items, int n) {
-  for (int i = 0; i < n; ++i) {
-    DataItem* pItem = items.Create(nullptr, true, true);
-    pItem->RegisterDataProp(1, pItem->GetID());
-  }
-}
-
-std::vector<int> IDs(const DataItemMgr& items) {
-  std::vector<int> ids;
-  for (size_t i = 0; i < items.GetCount(); ++i) ids.push_back(items.GetAt(i)->GetID());
-  return ids;
-}
 
 std::vector<int> ParentIDs(const DataItem& item) {
   std::vector<int> ids;

@@ -9,6 +9,8 @@
 #include "tests/DataMgr/records/RecordFixtures.h"
 #include "tests/support/ArchiveTestSupport.h"
 
+using records_test::Fill;
+using records_test::IDs;
 using records_test::IntHistory;
 using records_test::IntOf;
 using test_support::ByteWriter;
@@ -20,20 +22,6 @@ using test_support::Store;
 using test_support::ToHex;
 
 namespace {
-
-// Sub-items with IDs 0, 1, ... (n of them), each holding its ID in column 1.
-void Fill(DataSubItemMgr& subItems, int n) {
-  for (int i = 0; i < n; ++i) {
-    DataSubItem* pSubItem = subItems.Create(nullptr, true, true);
-    pSubItem->RegisterDataProp(1, pSubItem->GetID());
-  }
-}
-
-std::vector<int> IDs(const DataSubItemMgr& subItems) {
-  std::vector<int> ids;
-  for (size_t i = 0; i < subItems.GetCount(); ++i) ids.push_back(subItems.GetAt(i)->GetID());
-  return ids;
-}
 
 void ExpectOutOfRange(DataSubItemMgr& subItems, size_t nA, size_t nB) {
   try {

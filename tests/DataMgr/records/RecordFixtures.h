@@ -48,6 +48,24 @@ inline ByteWriter& Item(ByteWriter& w, int nID, int nColumn, int nValue) {
   return Item(w, nID, nColumn, nValue, 0, [](ByteWriter&) {});
 }
 
+// Records with IDs 0, 1, ... created in a collection (n of them), each
+// holding its ID in column 1.
+template <typename Mgr>
+void Fill(Mgr& records, int n) {
+  for (int i = 0; i < n; ++i) {
+    auto* pRecord = records.Create(nullptr, true, true);
+    pRecord->RegisterDataProp(1, pRecord->GetID());
+  }
+}
+
+// The IDs of a collection's records in list order.
+template <typename Mgr>
+std::vector<int> IDs(const Mgr& records) {
+  std::vector<int> ids;
+  for (size_t i = 0; i < records.GetCount(); ++i) ids.push_back(records.GetAt(i)->GetID());
+  return ids;
+}
+
 inline int IntOf(const Data& record, int nColumn) {
   int n = 0;
   record.GetData(nColumn, n);
