@@ -23,8 +23,10 @@
 // items, so it cannot be copied.
 //
 // Results: GetAt and GetByID give null, GetIndex the count, when there is
-// no such item; Move gives false when an index is out of range. Nothing
-// here throws but the archive.
+// no such item; Move gives false when an index is out of range. An item's ID
+// is -1 (none) until the collection gives it one: a fresh item created
+// without bAssignID keeps -1, and loading renumbers the list when an item
+// comes with a negative ID. Nothing here throws but the archive.
 class VAXO057_API DataItemMgr : public RecordList<DataItem> {
  public:
   DataItemMgr();

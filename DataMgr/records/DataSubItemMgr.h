@@ -21,8 +21,11 @@
 // of another collection.
 //
 // Results: GetAt and GetByID give null, GetIndex the count, when there is
-// no such sub-item. Swap is the one operation that throws: std::out_of_range
-// when the list has two or more sub-items and an index is outside it.
+// no such sub-item. IDs and parent IDs are -1 (none) until given: a fresh
+// sub-item created without bAssignID keeps ID -1, and loading gives the next
+// ID to every sub-item stored with ID -1. Swap is the one operation that
+// throws: std::out_of_range when the list has two or more sub-items and an
+// index is outside it.
 //
 // Copies are deep: the sort flag, the allocator and a copy of every
 // sub-item (IDs and parent IDs kept, undo histories empty); assignment
