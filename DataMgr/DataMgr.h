@@ -18,5 +18,10 @@
 #include "DataMgr/schema/ListItemNumber.h"
 #include "DataMgr/schema/ListItemText.h"
 #include "DataMgr/schema/ListItemTextDesc.h"
+#include "DataMgr/records/DataItem.h"
+#include "DataMgr/records/DataItemMgr.h"
+#include "DataMgr/records/DataRecord.h"
+#include "DataMgr/records/DataSubItem.h"
+#include "DataMgr/records/DataSubItemMgr.h"
 
 #endif  // DATAMGR_DATAMGR_H_

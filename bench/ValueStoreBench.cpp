@@ -1,12 +1,15 @@
 // Time per SetData and GetData of a record's value store, and the memory a
 // stored value costs, for a document of 100,000 records of 10 columns: three
 // texts, three ints (numbers and list entries), a bool, a double, a Money and
-// a date.
+// a date. Then the same document as items of a DataItemMgr: the memory of
+// an item, and the time to create, copy and delete all of them.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
 #include <vector>
 
+#include "DataMgr/records/DataItem.h"
+#include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/types/Money.h"
 #include "DataMgr/types/UndoStore.h"
 #include "DataMgr/types/ValueStore.h"
@@ -22,24 +25,37 @@ struct Record {
   UndoStore m_undo;
 };
 
-// Sets the ten values of record nRecord, each one different from the last
-// call's when nRound changes.
-void Fill(Record& record, int nRecord, int nRound, bool bUndoable) {
+// Sets the ten values of record nRecord through set(columnID, value), each
+// one different from the last call's when nRound changes.
+template <typename Set>
+void FillValues(Set set, int nRecord, int nRound) {
   const int n = nRecord + nRound;
   CString number;
   number.Format("Record %d", n);
-  ValueStore& values = record.m_values;
-  UndoStore& undo = record.m_undo;
-  values.SetData(FIRST_COLUMN + 0, number, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 1, CString("A typical cell text of a list") + number, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 2, CString(n % 2 ? "yes" : "no"), bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 3, n, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 4, n % 17, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 5, n % 5, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 6, n % 2 == 0, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 7, n * 0.5, bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 8, Money(n), bUndoable, undo);
-  values.SetData(FIRST_COLUMN + 9, DateTime::FromJulian(2460000 + n % 1000, n % 86400), bUndoable, undo);
+  set(FIRST_COLUMN + 0, number);
+  set(FIRST_COLUMN + 1, CString("A typical cell text of a list") + number);
+  set(FIRST_COLUMN + 2, CString(n % 2 ? "yes" : "no"));
+  set(FIRST_COLUMN + 3, n);
+  set(FIRST_COLUMN + 4, n % 17);
+  set(FIRST_COLUMN + 5, n % 5);
+  set(FIRST_COLUMN + 6, n % 2 == 0);
+  set(FIRST_COLUMN + 7, n * 0.5);
+  set(FIRST_COLUMN + 8, Money(n));
+  set(FIRST_COLUMN + 9, DateTime::FromJulian(2460000 + n % 1000, n % 86400));
+}
+
+void Fill(Record& record, int nRecord, int nRound, bool bUndoable) {
+  FillValues([&](int nID, const auto& value) { record.m_values.SetData(nID, value, bUndoable, record.m_undo); },
+             nRecord, nRound);
+}
+
+void Fill(DataItem& item, int nRecord) {
+  FillValues([&](int nID, const auto& value) { item.SetData(nID, value, false); }, nRecord, 0);
+}
+
+// Items given IDs and their ten values.
+void FillItems(DataItemMgr& items) {
+  for (int i = 0; i < RECORDS; ++i) Fill(*items.Create(nullptr, true, true), i);
 }
 
 size_t HeapInUse() { return mallinfo2().uordblks; }
@@ -106,6 +122,61 @@ void BM_GetData(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * RECORDS * COLUMNS);
 }
 BENCHMARK(BM_GetData)->Unit(benchmark::kMillisecond);
+
+void BM_ItemCreate(benchmark::State& state) {
+  for (auto _ : state) {
+    DataItemMgr items;
+    for (int i = 0; i < RECORDS; ++i) items.Create(nullptr, true, true);
+    state.PauseTiming();
+    items.DeleteAll(true);
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * RECORDS);
+  state.counters["bytes_per_empty_item"] = sizeof(DataItem);
+}
+BENCHMARK(BM_ItemCreate)->Unit(benchmark::kMillisecond);
+
+void BM_ItemFill(benchmark::State& state) {
+  size_t nBytes = 0;
+  for (auto _ : state) {
+    DataItemMgr items;
+    const size_t nHeapBefore = HeapInUse();
+    FillItems(items);
+    state.PauseTiming();
+    nBytes = HeapInUse() - nHeapBefore;
+    items.DeleteAll(true);
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * RECORDS);
+  state.counters["bytes_per_item_of_10_values"] = static_cast<double>(nBytes) / RECORDS;
+}
+BENCHMARK(BM_ItemFill)->Unit(benchmark::kMillisecond);
+
+void BM_ItemCopy(benchmark::State& state) {
+  DataItemMgr items;
+  FillItems(items);
+  for (auto _ : state) {
+    DataItemMgr copies;
+    for (size_t i = 0; i < items.GetCount(); ++i) copies.Create(items.GetAt(i), true, true);
+    state.PauseTiming();
+    copies.DeleteAll(true);
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * RECORDS);
+}
+BENCHMARK(BM_ItemCopy)->Unit(benchmark::kMillisecond);
+
+void BM_ItemDelete(benchmark::State& state) {
+  for (auto _ : state) {
+    state.PauseTiming();
+    DataItemMgr items;
+    FillItems(items);
+    state.ResumeTiming();
+    items.DeleteAll(true);
+  }
+  state.SetItemsProcessed(state.iterations() * RECORDS);
+}
+BENCHMARK(BM_ItemDelete)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
