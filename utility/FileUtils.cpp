@@ -176,8 +176,8 @@ bool FileUtils::GetFileList(const CString& dir, TextArray& files, bool bFullPath
   return true;
 }
 
-bool FileUtils::MatchFileSpec(const CString& path, const CString& spec, bool bCaseSensitive) {
-  return StringUtils::MatchSpec(ParseFileNameFromPath(path, true), spec, bCaseSensitive);
+bool FileUtils::MatchFileSpec(const CString& path, const CString& pattern, bool bCaseSensitive) {
+  return StringUtils::MatchSpec(ParseFileNameFromPath(path, true), pattern, bCaseSensitive);
 }
 
 bool FileUtils::MoveFile(const CString& source, const CString& target, bool bOverwrite) {

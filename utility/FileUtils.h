@@ -48,9 +48,9 @@ class VAXO009_API FileUtils {
   // dir joined with the name, false the name alone. Replaces the contents of
   // files; false, leaving files alone, when dir cannot be read.
   static bool GetFileList(const CString& dir, TextArray& files, bool bFullPaths);
-  // Whether the file name of path matches spec (StringUtils::MatchSpec:
+  // Whether the file name of path matches pattern (StringUtils::MatchSpec:
   // "*" any run, "?" one character, the whole name).
-  static bool MatchFileSpec(const CString& path, const CString& spec, bool bCaseSensitive);
+  static bool MatchFileSpec(const CString& path, const CString& pattern, bool bCaseSensitive);
 
   // Moves the regular file source to target; a target that is an existing
   // folder or ends in a separator receives the file under its own name. An
