@@ -51,6 +51,16 @@ inline std::string ToHex(const Bytes& bytes) {
   return text;
 }
 
+// The enciphered text form of flagged texts and addresses, worked out by
+// hand: byte i XORed with (0xA5 + 31 i) mod 256.
+inline std::string Enciphered(const std::string& text) {
+  std::string enciphered = text;
+  for (size_t i = 0; i < text.size(); ++i) {
+    enciphered[i] = static_cast<char>(static_cast<unsigned char>(text[i]) ^ ((0xA5 + 31 * i) & 0xFF));
+  }
+  return enciphered;
+}
+
 // Writes an archive field by field, little-endian, independently of
 // CArchive, so that fixtures state each field they hold.
 class ByteWriter {
@@ -116,6 +126,29 @@ void ExpectEveryCutThrowsEndOfFile(const Bytes& full, Fn load) {
       EXPECT_EQ(e.m_cause, CArchiveException::endOfFile) << "cut at " << nCut;
     }
   }
+}
+
+// Loads bytes into target, which must read every one of them.
+template <typename T>
+void LoadAll(const Bytes& bytes, T& target) {
+  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { target.Serialize(ar); }), 0u);
+}
+
+// The checks every archive form gets: value stores exactly the hand-written
+// bytes; a fresh T loads every byte and stores the same bytes again; every
+// cut of them ends in end-of-file. check, if given, looks at the loaded T.
+template <typename T, typename Check>
+void ExpectArchiveForm(T& value, const Bytes& expected, Check check) {
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { value.Serialize(ar); })), ToHex(expected));
+  T loaded;
+  LoadAll(expected, loaded);
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(expected));
+  check(loaded);
+  ExpectEveryCutThrowsEndOfFile(expected, [](CArchive& ar) { T().Serialize(ar); });
+}
+template <typename T>
+void ExpectArchiveForm(T& value, const Bytes& expected) {
+  ExpectArchiveForm(value, expected, [](const T&) {});
 }
 
 }  // namespace test_support

@@ -12,8 +12,6 @@
 using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
 
 namespace {
 
@@ -297,12 +295,8 @@ TEST_F(DateTimeTest, ArchiveFormIsTheJulianDayThenTheSeconds) {
   for (const DateTime& value : {DateTime(2011, 5, 1, 1, 0, 0), DateTime(1, 1, 1, 0, 0, 0), DateTime(9999, 12, 31),
                                 DateTime()}) {
     DateTime copy = value;
-    const Bytes bytes = Store([&](CArchive& ar) { copy.Serialize(ar); });
-    EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Int(value.GetJulianDay()).Int(value.GetSecondsOfDay()).Get()));
-    DateTime loaded(2000, 1, 1, 12, 0, 0);
-    EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-    EXPECT_TRUE(loaded == value);
-    test_support::ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DateTime().Serialize(ar); });
+    test_support::ExpectArchiveForm(copy, ByteWriter().Int(value.GetJulianDay()).Int(value.GetSecondsOfDay()).Get(),
+                                    [&](const DateTime& loaded) { EXPECT_TRUE(loaded == value); });
   }
   const Bytes fixture = ByteWriter().Int(MAY_1_2011).Int(3600).Get();
   DateTime loaded;

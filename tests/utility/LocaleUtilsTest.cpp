@@ -53,31 +53,6 @@ void ExpectUnitedStatesConventions() {
 
 }  // namespace
 
-TEST_F(LocaleUtilsTest, EveryValueCanBeOverridden) {
-  LocaleUtils::SetNumberDecimalSeparator(",");
-  LocaleUtils::SetNumberThousandsSeparator(".");
-  LocaleUtils::SetNumberFractionalDigits(3);
-  LocaleUtils::SetCurrencyDecimalSeparator(";");
-  LocaleUtils::SetCurrencyThousandsSeparator("'");
-  LocaleUtils::SetCurrencyFractionalDigits(0);
-  LocaleUtils::SetDateSeparator(".");
-  LocaleUtils::SetDateOrder(LocaleUtils::DAY_MONTH_YEAR);
-  LocaleUtils::SetTimeSeparator("h");
-  LocaleUtils::SetUse24HourClock(true);
-  LocaleUtils::SetCountryName("Germany");
-  EXPECT_EQ(LocaleUtils::GetNumberDecimalSeparator(), ",");
-  EXPECT_EQ(LocaleUtils::GetNumberThousandsSeparator(), ".");
-  EXPECT_EQ(LocaleUtils::GetNumberFractionalDigits(), 3);
-  EXPECT_EQ(LocaleUtils::GetCurrencyDecimalSeparator(), ";");
-  EXPECT_EQ(LocaleUtils::GetCurrencyThousandsSeparator(), "'");
-  EXPECT_EQ(LocaleUtils::GetCurrencyFractionalDigits(), 0);
-  EXPECT_EQ(LocaleUtils::GetDateSeparator(), ".");
-  EXPECT_EQ(LocaleUtils::GetDateOrder(), LocaleUtils::DAY_MONTH_YEAR);
-  EXPECT_EQ(LocaleUtils::GetTimeSeparator(), "h");
-  EXPECT_TRUE(LocaleUtils::GetUse24HourClock());
-  EXPECT_EQ(LocaleUtils::GetCountryName(), "Germany");
-}
-
 TEST_F(LocaleUtilsTest, EmptySeparatorsAreIgnoredAndDigitsClamped) {
   LocaleUtils::SetNumberDecimalSeparator("");
   LocaleUtils::SetDateSeparator("");

@@ -26,14 +26,7 @@ Bytes ExpectRoundTrip(T value, Fn serialize) {
   return first;
 }
 
-// The enciphered text form written out by hand: byte i XOR (0xA5 + 31 i).
-Bytes EncipheredText(const std::string& text) {
-  std::string enciphered = text;
-  for (size_t i = 0; i < text.size(); ++i) {
-    enciphered[i] = static_cast<char>(static_cast<unsigned char>(text[i]) ^ ((0xA5 + 31 * i) & 0xFF));
-  }
-  return ByteWriter().Text(enciphered).Get();
-}
+Bytes EncipheredText(const std::string& text) { return ByteWriter().Text(test_support::Enciphered(text)).Get(); }
 
 }  // namespace
 
@@ -129,15 +122,8 @@ TEST(SerializeDataTest, FlaggedTextsAreEnciphered) {
   std::map<int, CString> texts = {{1, "plain"}, {2, "secret"}, {3, "x"}};
   const std::unordered_set<int> flagged = {2, 99};
   const Bytes bytes = Store([&](CArchive& ar) { SerializeData::Serialize(ar, texts, flagged, false); });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter()
-                                    .Int64(3)
-                                    .Int(1)
-                                    .Text("plain")
-                                    .Int(2)
-                                    .Raw(EncipheredText("secret"))
-                                    .Int(3)
-                                    .Text("x")
-                                    .Get()));
+  EXPECT_EQ(ToHex(bytes),
+            ToHex(ByteWriter().Int64(3).Int(1).Text("plain").Int(2).Raw(EncipheredText("secret")).Int(3).Text("x").Get()));
   std::map<int, CString> loaded;
   Load(bytes, [&](CArchive& ar) { SerializeData::Serialize(ar, loaded, flagged, false); });
   EXPECT_EQ(loaded, texts);
@@ -162,12 +148,8 @@ TEST(SerializeDataTest, EncipheredTextForm) {
   const Bytes bytes = ExpectRoundTrip(fields, [](CArchive& ar, std::vector<CString>& v) {
     SerializeData::SerializeEncrypted(ar, v, true);
   });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter()
-                                    .Int(3)
-                                    .Raw(EncipheredText("Main St"))
-                                    .Raw(EncipheredText(""))
-                                    .Raw(EncipheredText("Springfield"))
-                                    .Get()));
+  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Int(3).Raw(EncipheredText("Main St")).Raw(EncipheredText("")).Raw(
+                                    EncipheredText("Springfield")).Get()));
   CString one;
   Load(EncipheredText("name"), [&](CArchive& ar) { Crypto::DeserializeEncrypted(ar, one); });
   EXPECT_EQ(one, "name");

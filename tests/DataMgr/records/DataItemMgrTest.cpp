@@ -16,6 +16,7 @@ using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
+using test_support::LoadAll;
 using test_support::ShrinkSize;
 using test_support::Store;
 using test_support::ToHex;
@@ -34,10 +35,6 @@ std::vector<int> ParentIDs(const DataItem& item) {
   const DataSubItemMgr& subItems = item.GetSubItemsMgr();
   for (size_t i = 0; i < subItems.GetCount(); ++i) ids.push_back(subItems.GetAt(i)->GetParentID());
   return ids;
-}
-
-void LoadInto(DataItemMgr& items, const Bytes& bytes) {
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { items.Serialize(ar); }), 0u);
 }
 
 // An item list of nVersion (32-bit counter before 4) of items with the given
@@ -72,13 +69,12 @@ TEST(DataItemMgrTest, CreatingFreshItemsConsumesIDsEvenWhenNotAdded) {
 
 TEST(DataItemMgrTest, ACreatedCopyIsNewAndAdoptsItsSubItems) {
   DataItemMgr items;
-  LoadInto(items, ItemList(4, {3}));
+  LoadAll(ItemList(4, {3}), items);
   DataItem source;
   source.SetData(1, 30, true);
   const Bytes sourceBytes = ItemList(4, {3});
   // The item alone: the list's bytes after its version and counter.
-  EXPECT_EQ(Load(Bytes(sourceBytes.begin() + 10, sourceBytes.end()), [&](CArchive& ar) { source.Serialize(ar); }),
-            0u);
+  LoadAll(Bytes(sourceBytes.begin() + 10, sourceBytes.end()), source);
 
   DataItem* pCopy = items.Create(&source, true, true);
   EXPECT_EQ(items.GetIndex(pCopy), 1u);
@@ -140,7 +136,7 @@ TEST(DataItemMgrTest, AddingAndInsertingIgnoreNull) {
 
 TEST(DataItemMgrTest, SettingAllValuesLeavesTheSubItems) {
   DataItemMgr items;
-  LoadInto(items, ItemList(4, {0, 1}));
+  LoadAll(ItemList(4, {0, 1}), items);
   items.SetAllData(2, "text");
   items.SetAllData(1, 9);
   for (size_t i = 0; i < 2; ++i) {
@@ -153,7 +149,7 @@ TEST(DataItemMgrTest, SettingAllValuesLeavesTheSubItems) {
 
 TEST(DataItemMgrTest, RenumberingFollowsTheListOrder) {
   DataItemMgr items;
-  LoadInto(items, ItemList(4, {7, 3}));
+  LoadAll(ItemList(4, {7, 3}), items);
   items.RefreshNextID();
   EXPECT_EQ(IDs(items), (std::vector<int>{0, 1}));
   EXPECT_EQ(ParentIDs(*items.GetAt(1)), (std::vector<int>{1, 1}));
@@ -164,7 +160,7 @@ TEST(DataItemMgrTest, RenumberingFollowsTheListOrder) {
 TEST(DataItemMgrTest, CurrentArchiveByteForByte) {
   const Bytes bytes = ItemList(4, {3, 7});
   DataItemMgr items;
-  LoadInto(items, bytes);
+  LoadAll(bytes, items);
   EXPECT_EQ(IDs(items), (std::vector<int>{3, 7}));
   EXPECT_EQ(ParentIDs(*items.GetAt(1)), (std::vector<int>{7, 7}));
   EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
@@ -175,17 +171,17 @@ TEST(DataItemMgrTest, CurrentArchiveByteForByte) {
 
 TEST(DataItemMgrTest, LoadingRenumbersVersionTwoAndMissingIDs) {
   DataItemMgr items;
-  LoadInto(items, ItemList(2, {5, 9}));
+  LoadAll(ItemList(2, {5, 9}), items);
   EXPECT_EQ(IDs(items), (std::vector<int>{0, 1}));
   EXPECT_EQ(ParentIDs(*items.GetAt(1)), (std::vector<int>{1, 1}));
   EXPECT_EQ(IntOf(*items.GetAt(1), 1), 9);
 
-  LoadInto(items, ItemList(3, {5, 9}));
+  LoadAll(ItemList(3, {5, 9}), items);
   EXPECT_EQ(IDs(items), (std::vector<int>{5, 9}));
-  LoadInto(items, ItemList(1, {5, 9}));
+  LoadAll(ItemList(1, {5, 9}), items);
   EXPECT_EQ(IDs(items), (std::vector<int>{5, 9}));
 
-  LoadInto(items, ItemList(3, {5, -1, 2}));
+  LoadAll(ItemList(3, {5, -1, 2}), items);
   EXPECT_EQ(IDs(items), (std::vector<int>{0, 1, 2}));
   EXPECT_EQ(ParentIDs(*items.GetAt(1)), (std::vector<int>{1, 1}));
   EXPECT_EQ(items.Create(nullptr, true, true)->GetID(), 3);

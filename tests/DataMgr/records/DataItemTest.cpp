@@ -13,10 +13,6 @@ using records_test::OLD_DAY;
 using records_test::OLD_SECONDS;
 using test_support::ByteWriter;
 using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
 
 namespace {
 
@@ -41,7 +37,7 @@ void LoadItem(DataItem& item, int nID, int nValue, const std::vector<int>& subIt
   records_test::Item(w, nID, 1, nValue, subItemIDs.size(), [&](ByteWriter& sub) {
     for (int nSubID : subItemIDs) records_test::SubItem(sub, nSubID, nID, 1, nSubID * 10);
   });
-  ASSERT_EQ(Load(w.Get(), [&](CArchive& ar) { item.Serialize(ar); }), 0u);
+  test_support::LoadAll(w.Get(), item);
 }
 
 // ID 4, modified at the old moment, column 1 holding 20, two sub-items;
@@ -199,13 +195,7 @@ TEST(DataItemTest, CurrentArchiveByteForByte) {
   DataSubItem* pSubItem = item.GetSubItemsMgr().Create(nullptr, true, true);
   pSubItem->SetParentID(7);
   pSubItem->RegisterDataProp(5001, 3);
-  const Bytes bytes = Store([&](CArchive& ar) { item.Serialize(ar); });
-  EXPECT_EQ(ToHex(bytes), ToHex(w.Get()));
-
-  DataItem loaded;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataItem().Serialize(ar); });
+  test_support::ExpectArchiveForm(item, w.Get());
 }
 
 TEST(DataItemTest, EveryVersionReadsTheSameFieldsAndKeepsTheHistory) {
@@ -215,7 +205,7 @@ TEST(DataItemTest, EveryVersionReadsTheSameFieldsAndKeepsTheHistory) {
   bytes[0] = 1;
   DataItem item;
   item.SetData(1, 4, true);
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { item.Serialize(ar); }), 0u);
+  test_support::LoadAll(bytes, item);
   EXPECT_EQ(item.GetID(), 2);
   EXPECT_EQ(IntOf(item, 1), 8);
   EXPECT_EQ(LastModified(item), OLD_TIME);

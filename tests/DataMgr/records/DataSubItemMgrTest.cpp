@@ -17,6 +17,7 @@ using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
+using test_support::LoadAll;
 using test_support::ShrinkSize;
 using test_support::Store;
 using test_support::ToHex;
@@ -30,10 +31,6 @@ void ExpectOutOfRange(DataSubItemMgr& subItems, size_t nA, size_t nB) {
   } catch (const std::out_of_range& e) {
     EXPECT_EQ(std::string(e.what()), "invalid vector<T> subscript");
   }
-}
-
-void LoadInto(DataSubItemMgr& subItems, const Bytes& bytes) {
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { subItems.Serialize(ar); }), 0u);
 }
 
 }  // namespace
@@ -170,7 +167,7 @@ TEST(DataSubItemMgrTest, CurrentArchiveByteForByte) {
 
   DataSubItemMgr loaded;
   Fill(loaded, 4);
-  LoadInto(loaded, bytes);
+  LoadAll(bytes, loaded);
   EXPECT_EQ(IDs(loaded), (std::vector<int>{0, 1}));
   EXPECT_FALSE(loaded.GetSort());
   EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
@@ -186,7 +183,7 @@ TEST(DataSubItemMgrTest, OldVersionsAndMissingIDs) {
   records_test::Values(v1.Word(1).Int(-2), 1, 52);
   DataSubItemMgr subItems;
   subItems.SetSort(false);
-  LoadInto(subItems, v1.Get());
+  LoadAll(v1.Get(), subItems);
   EXPECT_EQ(IDs(subItems), (std::vector<int>{5, 6, -2}));
   EXPECT_EQ(subItems.GetAt(1)->GetParentID(), -1);
   EXPECT_FALSE(subItems.GetSort());
@@ -197,7 +194,7 @@ TEST(DataSubItemMgrTest, OldVersionsAndMissingIDs) {
   records_test::SubItem(v2, -1, 3, 1, 0);
   records_test::SubItem(v2, 2, 3, 1, 0);
   v2.Bool(true);
-  LoadInto(subItems, v2.Get());
+  LoadAll(v2.Get(), subItems);
   EXPECT_EQ(IDs(subItems), (std::vector<int>{3, 2}));
   EXPECT_TRUE(subItems.GetSort());
 }

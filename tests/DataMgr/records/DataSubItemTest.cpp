@@ -10,11 +10,6 @@
 using records_test::IntHistory;
 using records_test::IntOf;
 using test_support::ByteWriter;
-using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
 
 namespace {
 
@@ -98,11 +93,8 @@ TEST(DataSubItemTest, TextLiteralsAreStoredAsTexts) {
   Data& record = subItem;
   EXPECT_TRUE(record.SetData(1, "abc", true));
   record.RegisterDataProp(2, "def", false);
-  CString text;
-  subItem.GetData(1, text);
-  EXPECT_EQ(text, "abc");
-  subItem.GetData(2, text);
-  EXPECT_EQ(text, "def");
+  EXPECT_EQ(records_test::ValueOf<CString>(subItem, 1), "abc");
+  EXPECT_EQ(records_test::ValueOf<CString>(subItem, 2), "def");
   EXPECT_FALSE(subItem.HaveDataPropBool(1));
   std::vector<CString> history;
   subItem.GetUndoData(1, history);
@@ -115,24 +107,18 @@ TEST(DataSubItemTest, CurrentArchiveByteForByte) {
   subItem.SetParentID(8);
   subItem.RegisterDataProp(5000, 42);
   ByteWriter w;
-  records_test::SubItem(w, 3, 8, 5000, 42);
-  const Bytes bytes = Store([&](CArchive& ar) { subItem.Serialize(ar); });
-  EXPECT_EQ(ToHex(bytes), ToHex(w.Get()));
-
-  DataSubItem loaded;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_EQ(loaded.GetID(), 3);
-  EXPECT_EQ(loaded.GetParentID(), 8);
-  EXPECT_TRUE(loaded == subItem);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataSubItem().Serialize(ar); });
+  test_support::ExpectArchiveForm(subItem, records_test::SubItem(w, 3, 8, 5000, 42).Get(), [&](const DataSubItem& loaded) {
+    EXPECT_EQ(loaded.GetID(), 3);
+    EXPECT_EQ(loaded.GetParentID(), 8);
+    EXPECT_TRUE(loaded == subItem);
+  });
 }
 
 TEST(DataSubItemTest, VersionOneLeavesTheParentIDAndTheHistory) {
   ByteWriter w;
   records_test::Values(w.Word(1).Int(6), 5000, 42);
   DataSubItem subItem = Target();
-  EXPECT_EQ(Load(w.Get(), [&](CArchive& ar) { subItem.Serialize(ar); }), 0u);
+  test_support::LoadAll(w.Get(), subItem);
   EXPECT_EQ(subItem.GetID(), 6);
   EXPECT_EQ(subItem.GetParentID(), 1);
   EXPECT_EQ(IntOf(subItem, 5000), 42);

@@ -66,11 +66,13 @@ std::vector<int> IDs(const Mgr& records) {
   return ids;
 }
 
-inline int IntOf(const Data& record, int nColumn) {
-  int n = 0;
-  record.GetData(nColumn, n);
-  return n;
+template <typename T>
+T ValueOf(const Data& record, int nColumn) {
+  T value{};
+  record.GetData(nColumn, value);
+  return value;
 }
+inline int IntOf(const Data& record, int nColumn) { return ValueOf<int>(record, nColumn); }
 
 inline std::vector<int> IntHistory(const Data& record, int nColumn) {
   std::vector<int> history;

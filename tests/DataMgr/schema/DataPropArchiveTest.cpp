@@ -16,10 +16,9 @@ using schema_test::TextDescEntry;
 using schema_test::TextEntry;
 using test_support::ByteWriter;
 using test_support::Bytes;
+using test_support::ExpectArchiveForm;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
 
 namespace {
 
@@ -40,22 +39,10 @@ ColumnArchive Version(unsigned nVersion, unsigned nType) {
 // The 32-bit word that columns without entries end in before version 14.
 Bytes NoEntries(const ColumnArchive& column) { return column.Head().Int(0).Get(); }
 
-// Loads bytes into a fresh column, which must read every byte.
 DataProp Loaded(const Bytes& bytes) {
   DataProp column;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { column.Serialize(ar); }), 0u);
+  test_support::LoadAll(bytes, column);
   return column;
-}
-
-Bytes Stored(DataProp& column) {
-  return Store([&](CArchive& ar) { column.Serialize(ar); });
-}
-
-void ExpectStoresAndRoundTrips(DataProp& column, const Bytes& expected) {
-  const Bytes stored = Stored(column);
-  EXPECT_EQ(ToHex(stored), ToHex(expected));
-  DataProp loaded = Loaded(stored);
-  EXPECT_EQ(ToHex(Stored(loaded)), ToHex(stored));
 }
 
 }  // namespace
@@ -97,8 +84,8 @@ TEST_F(DataPropArchiveTest, StoresAValueListColumnAsVersionFifteen) {
   expected.nCustomColWidth = 120;
   expected.nColWidth = 2;
   expected.nColAlign = 0x101;
-  ExpectStoresAndRoundTrips(
-      column, expected.Head().Counter(2, false).Raw(TextEntry(0, 0, "S")).Raw(TextEntry(1, 1, "M")).Get());
+  ExpectArchiveForm(column,
+                    expected.Head().Counter(2, false).Raw(TextEntry(0, 0, "S")).Raw(TextEntry(1, 1, "M")).Get());
 }
 
 TEST_F(DataPropArchiveTest, StoresAddressBookAndPlainColumns) {
@@ -106,7 +93,7 @@ TEST_F(DataPropArchiveTest, StoresAddressBookAndPlainColumns) {
   book.SetDataType(DataType::AddressBookSelect);
   book.SetName("Col");
   book.CreateAddress(4)->SetData(Address::Name, "Ann");
-  ExpectStoresAndRoundTrips(
+  ExpectArchiveForm(
       book, Version(15, DataType::AddressBookSelect)
                 .Head()
                 .Raw(AddressBookRecord({AddressRecord(7, true, 4, 0, AddressFields("Ann", "United States"))}, true))
@@ -117,7 +104,7 @@ TEST_F(DataPropArchiveTest, StoresAddressBookAndPlainColumns) {
   text.SetTimeShowHours(true);
   ColumnArchive expected = Version(15, TEXT);
   expected.bTimeShowHours = true;
-  ExpectStoresAndRoundTrips(text, expected.Head().Get());
+  ExpectArchiveForm(text, expected.Head().Get());
 }
 
 TEST_F(DataPropArchiveTest, LoadsVersionOne) {

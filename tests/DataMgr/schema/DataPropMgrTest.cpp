@@ -227,17 +227,10 @@ TEST_F(DataPropMgrTest, StoringDropsEmptyEndSlots) {
   const Bytes stored = Store([&](CArchive& ar) { mgr.Serialize(ar); });
   EXPECT_EQ(mgr.GetAppCount(), 2u);
   const Bytes expected = ByteWriter()
-                             .Word(4)
-                             .Int(9)
-                             .Counter(2, false)
-                             .Int(0)
-                             .Int(1)
-                             .Raw(ColumnRecord(1, "a"))
-                             .Counter(1, false)
-                             .Raw(ColumnRecord(5000, "u"))
-                             .Counter(2, false)
-                             .Int(1)
-                             .Int(5000)
+                             .Word(4).Int(9)
+                             .Counter(2, false).Int(0).Int(1).Raw(ColumnRecord(1, "a"))  // slots, presence words
+                             .Counter(1, false).Raw(ColumnRecord(5000, "u"))             // user columns
+                             .Counter(2, false).Int(1).Int(5000)                         // display order
                              .Get();
   EXPECT_EQ(ToHex(stored), ToHex(expected));
 
@@ -254,16 +247,10 @@ TEST_F(DataPropMgrTest, StoringDropsEmptyEndSlots) {
 
 TEST_F(DataPropMgrTest, LoadedColumnsTakeTheSlotOfTheirPosition) {
   const Bytes v3 = ByteWriter()
-                       .Word(3)
-                       .Int(1)
-                       .Counter(2, true)
-                       .Int(1)
-                       .Raw(ColumnRecord(5, "five"))
-                       .Int(2)
-                       .Counter(1, true)
-                       .Raw(ColumnRecord(6000, "user"))
-                       .Counter(1, true)
-                       .Int(6000)
+                       .Word(3).Int(1)
+                       .Counter(2, true).Int(1).Raw(ColumnRecord(5, "five")).Int(2)
+                       .Counter(1, true).Raw(ColumnRecord(6000, "user"))
+                       .Counter(1, true).Int(6000)
                        .Get();
   DataPropMgr mgr;
   EXPECT_EQ(Load(v3, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
@@ -277,12 +264,8 @@ TEST_F(DataPropMgrTest, LoadedColumnsTakeTheSlotOfTheirPosition) {
 TEST_F(DataPropMgrTest, LoadsVersionsOneAndTwoWithoutPresenceWordsOrUserColumns) {
   const Bytes v1 = ByteWriter()
                        .Word(1)
-                       .Counter(2, true)
-                       .Raw(ColumnRecord(0, "a"))
-                       .Raw(ColumnRecord(1, "b"))
-                       .Counter(2, true)
-                       .Int(1)
-                       .Int(0)
+                       .Counter(2, true).Raw(ColumnRecord(0, "a")).Raw(ColumnRecord(1, "b"))
+                       .Counter(2, true).Int(1).Int(0)
                        .Get();
   DataPropMgr mgr;
   mgr.SetID(4);
@@ -301,16 +284,10 @@ TEST_F(DataPropMgrTest, LoadsVersionsOneAndTwoWithoutPresenceWordsOrUserColumns)
 
 TEST_F(DataPropMgrTest, CutArchivesThrow) {
   const Bytes v4 = ByteWriter()
-                       .Word(4)
-                       .Int(0)
-                       .Counter(2, false)
-                       .Int(1)
-                       .Raw(ColumnRecord(0, "a"))
-                       .Int(0)
-                       .Counter(1, false)
-                       .Raw(ColumnRecord(5000, "u"))
-                       .Counter(1, false)
-                       .Int(0)
+                       .Word(4).Int(0)
+                       .Counter(2, false).Int(1).Raw(ColumnRecord(0, "a")).Int(0)
+                       .Counter(1, false).Raw(ColumnRecord(5000, "u"))
+                       .Counter(1, false).Int(0)
                        .Get();
   const Bytes v2 = ByteWriter().Word(2).Int(8).Counter(1, true).Raw(ColumnRecord(0, "a")).Counter(1, true).Int(0).Get();
   for (const Bytes& full : {v4, v2}) {

@@ -4,7 +4,12 @@
 
 #include <vector>
 
+#include "tests/DataMgr/schema/SchemaArchiveWriter.h"
 #include "tests/support/LocaleTestSupport.h"
+
+using schema_test::ColumnArchive;
+using test_support::Store;
+using test_support::ToHex;
 
 namespace {
 
@@ -32,34 +37,11 @@ Address* AddNamed(DataProp& column, const char* name, int nID) {
 
 }  // namespace
 
+// The stored fields' defaults in one comparison: the writer's defaults are
+// the documented ones.
 TEST_F(DataPropTest, NewColumnHasTheDefaults) {
   DataProp column;
-  EXPECT_EQ(column.GetID(), -1);
-  EXPECT_EQ(column.GetDataType(), DataType::Text);
-  EXPECT_EQ(column.GetCustomColWidth(), 99999u);
-  EXPECT_EQ(column.GetColWidth(), 0);
-  EXPECT_EQ(column.GetColAlignment(), 0);
-  EXPECT_FALSE(column.GetCanBeSummed());
-  EXPECT_FALSE(column.GetCanBeAveraged());
-  EXPECT_TRUE(column.GetCanBeNegative());
-  EXPECT_FALSE(column.GetShowSignAlways());
-  EXPECT_TRUE(column.GetThousandsSep());
-  EXPECT_FALSE(column.GetFractional());
-  EXPECT_TRUE(column.GetShowDecimalZeroes());
-  EXPECT_TRUE(column.GetZeroIsEmpty());
-  EXPECT_TRUE(column.GetDateTimeNumbers());
-  EXPECT_FALSE(column.GetTimeShowHours());
-  EXPECT_FALSE(column.GetTimeShowSeconds());
-  EXPECT_TRUE(column.GetDisplayed());
-  EXPECT_FALSE(column.GetHiddenFromUI());
-  EXPECT_TRUE(column.GetUserCanDelete());
-  EXPECT_FALSE(column.GetUserCanDeleteWarning());
-  EXPECT_TRUE(column.GetUserChangeDataType());
-  EXPECT_TRUE(column.GetUserChangeValue());
-  EXPECT_TRUE(column.GetUserChangeDefValue());
-  EXPECT_FALSE(column.GetSortValuesByListOrder());
-  EXPECT_FALSE(column.GetKeepListItemsSorted());
-  EXPECT_FALSE(column.GetUseWithDataSubItem());
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { column.Serialize(ar); })), ToHex(ColumnArchive().Head().Get()));
   EXPECT_EQ(column.GetWebTag(), "");
   EXPECT_TRUE(column.GetAddressBook().GetIsBusiness());
   EXPECT_EQ(column.GetListItemsCount(), 0u);
@@ -307,22 +289,19 @@ TEST_F(DataPropTest, SyncAddressesWalksTheOwnBookBackwards) {
   column.GetAddressBook().GetByID(0)->RegisterUsage();
 
   AddressBook other;
-  auto* a = new Address;
-  a->SetID(0);
-  a->SetData(Address::Name, "A2");
-  auto* c = new Address;
-  c->SetID(2);
-  c->SetData(Address::Name, "C2");
-  c->SetIsBusiness(false);
-  auto* d = new Address;
-  d->SetID(3);
-  d->SetData(Address::Name, "d");
-  auto* e = new Address;
-  e->SetID(9);
-  e->SetData(Address::Name, "E");
-  e->SetIsBusiness(false);
-  e->RegisterUsage();
-  for (Address* p : {a, c, d, e}) other.Add(p, false);
+  const struct {
+    int nID;
+    const char* name;
+    bool bBusiness;
+  } addresses[] = {{0, "A2", true}, {2, "C2", false}, {3, "d", true}, {9, "E", false}};
+  for (const auto& row : addresses) {
+    auto* address = new Address;
+    address->SetID(row.nID);
+    address->SetData(Address::Name, row.name);
+    address->SetIsBusiness(row.bBusiness);
+    other.Add(address, false);
+  }
+  other.GetByID(9)->RegisterUsage();
 
   std::vector<int> changed = {42};
   std::vector<int> deleted = {42};

@@ -14,15 +14,7 @@ namespace schema_test {
 
 using test_support::ByteWriter;
 using test_support::Bytes;
-
-// The enciphered text form: byte i XORed with (0xA5 + 31 * i) mod 256.
-inline std::string Enciphered(const std::string& text) {
-  std::string out = text;
-  for (size_t i = 0; i < out.size(); ++i) {
-    out[i] = static_cast<char>(static_cast<unsigned char>(out[i]) ^ ((0xA5 + 31 * i) & 0xFF));
-  }
-  return out;
-}
+using test_support::Enciphered;
 
 inline Bytes TextEntry(int nID, int nCount, const std::string& text) {
   return ByteWriter().Word(2).Int(nID).Int(nCount).Word(1).Text(text).Get();

@@ -10,11 +10,7 @@
 #include "tests/support/ArchiveTestSupport.h"
 
 using test_support::ByteWriter;
-using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
+using test_support::LoadAll;
 
 namespace {
 
@@ -217,23 +213,14 @@ TEST(DataTypeTest, ConversionTableCellForCell) {
 TEST(DataTypeTest, ArchiveIsVersionWordThenTypeWord) {
   DataType type;
   type.Set(DataType::Monetary);
-  const Bytes bytes = Store([&](CArchive& ar) { type.Serialize(ar); });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Word(1).Word(28).Get()));
-
-  DataType loaded;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_TRUE(loaded == type);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataType().Serialize(ar); });
+  test_support::ExpectArchiveForm(type, ByteWriter().Word(1).Word(28).Get(),
+                                  [&](const DataType& loaded) { EXPECT_TRUE(loaded == type); });
 }
 
 TEST(DataTypeTest, LoadingIgnoresTheVersionAndKeepsAnyNumber) {
   for (unsigned nVersion : {0u, 1u, 7u, 0xFFFFu}) {
     DataType loaded;
-    Load(ByteWriter().Word(nVersion).Word(17).Get(), [&](CArchive& ar) { loaded.Serialize(ar); });
-    EXPECT_EQ(loaded.Get(), T(17)) << nVersion;
+    LoadAll(ByteWriter().Word(nVersion).Word(nVersion == 7 ? 0xFFFF : 17).Get(), loaded);
+    EXPECT_EQ(static_cast<int>(loaded.Get()), nVersion == 7 ? 0xFFFF : 17) << nVersion;
   }
-  DataType wide;
-  Load(ByteWriter().Word(1).Word(0xFFFF).Get(), [&](CArchive& ar) { wide.Serialize(ar); });
-  EXPECT_EQ(static_cast<int>(wide.Get()), 0xFFFF);
 }

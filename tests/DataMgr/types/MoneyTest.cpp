@@ -11,7 +11,6 @@
 
 using test_support::ByteWriter;
 using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
 using test_support::Store;
 using test_support::ToHex;
@@ -249,15 +248,9 @@ TEST_F(MoneyAtScale100, ParsingWithAPointSeparator) {
 }
 
 TEST(MoneyTest, ArchiveIsVersionSignMagnitude) {
-  const Money money = Raw(false, 0x0102030405060708ULL);
-  const Bytes bytes = Store([&](CArchive& ar) { Money(money).Serialize(ar); });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Word(1).Bool(false).Int64(0x0102030405060708LL).Get()));
-
-  Money loaded;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_EQ(loaded, money);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { Money().Serialize(ar); });
+  Money money = Raw(false, 0x0102030405060708ULL);
+  test_support::ExpectArchiveForm(money, ByteWriter().Word(1).Bool(false).Int64(0x0102030405060708LL).Get(),
+                                  [&](const Money& loaded) { EXPECT_EQ(loaded, money); });
 }
 
 TEST(MoneyTest, LoadingSkipsAnyVersionWord) {

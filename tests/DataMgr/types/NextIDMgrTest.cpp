@@ -7,11 +7,6 @@
 #include "tests/support/ArchiveTestSupport.h"
 
 using test_support::ByteWriter;
-using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
-using test_support::Store;
-using test_support::ToHex;
 
 namespace {
 
@@ -40,21 +35,14 @@ TEST(NextIDMgrTest, ValidIDsAreZeroAndAbove) {
 }
 
 TEST(NextIDMgrTest, UpdateOnlyMovesPastHigherIDs) {
-  NextIDMgr ids = WithNext(3);
-  ids.UpdateNextID(-1);
-  EXPECT_EQ(ids.GetNextID(), 3);
-
-  ids = WithNext(3);
-  ids.UpdateNextID(5);
-  EXPECT_EQ(ids.GetNextID(), 6);
-
-  ids = WithNext(9);
-  ids.UpdateNextID(5);
-  EXPECT_EQ(ids.GetNextID(), 9);
-
-  ids = WithNext(5);
-  ids.UpdateNextID(5);
-  EXPECT_EQ(ids.GetNextID(), 6);
+  const struct {
+    int nNext, nSeen, nExpected;
+  } cases[] = {{3, -1, 3}, {3, 5, 6}, {9, 5, 9}, {5, 5, 6}};
+  for (const auto& c : cases) {
+    NextIDMgr ids = WithNext(c.nNext);
+    ids.UpdateNextID(c.nSeen);
+    EXPECT_EQ(ids.GetNextID(), c.nExpected) << "next " << c.nNext << ", seen " << c.nSeen;
+  }
 }
 
 TEST(NextIDMgrTest, VerifyAndCompare) {
@@ -75,16 +63,10 @@ TEST(NextIDMgrTest, PastTheLargestIDItWrapsWithoutFailing) {
 
 TEST(NextIDMgrTest, ArchiveIsVersionWordThenNextID) {
   NextIDMgr ids = WithNext(0x01020304);
-  const Bytes bytes = Store([&](CArchive& ar) { ids.Serialize(ar); });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Word(1).Int(0x01020304).Get()));
-
+  test_support::ExpectArchiveForm(ids, ByteWriter().Word(1).Int(0x01020304).Get(),
+                                  [&](const NextIDMgr& loaded) { EXPECT_TRUE(loaded == ids); });
   NextIDMgr loaded;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_TRUE(loaded == ids);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(bytes));
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { NextIDMgr().Serialize(ar); });
-
-  Load(ByteWriter().Word(0xFFFF).Int(7).Get(), [&](CArchive& ar) { loaded.Serialize(ar); });
+  test_support::LoadAll(ByteWriter().Word(0xFFFF).Int(7).Get(), loaded);
   EXPECT_EQ(loaded.GetNextID(), 7);
 }
 

@@ -10,8 +10,10 @@
 
 using test_support::ByteWriter;
 using test_support::Bytes;
+using test_support::Enciphered;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
+using test_support::LoadAll;
 using test_support::Store;
 using test_support::ToHex;
 
@@ -36,12 +38,17 @@ struct TestRecord {
 
 DateTime Day(int nJulianDay) { return DateTime::FromJulian(nJulianDay, 3600); }
 
-Money Units(int n) { return Money(n); }
-
 Money AllFieldsZero() {
   Money zero;
   zero.MakeNegative();
   return zero;
+}
+
+// The value of column nID, read into a T that starts as init.
+template <typename T>
+T Get(const ValueStore& values, int nID, T init = T()) {
+  values.GetData(nID, init);
+  return init;
 }
 
 template <typename T>
@@ -51,23 +58,22 @@ std::vector<T> Undo(const TestRecord& record, int nID) {
   return history;
 }
 
-// The enciphered text form: byte i XOR (0xA5 + 31 i), then the text form.
-std::string Enciphered(const std::string& text) {
-  std::string enciphered = text;
-  for (size_t i = 0; i < text.size(); ++i) {
-    enciphered[i] = static_cast<char>(static_cast<unsigned char>(text[i]) ^ ((0xA5 + 31 * i) & 0xFF));
-  }
-  return enciphered;
-}
-
 Bytes StoreValues(ValueStore values) {
   return Store([&](CArchive& ar) { values.Serialize(ar); });
 }
 
 ValueStore LoadValues(const Bytes& bytes) {
   ValueStore values;
-  EXPECT_EQ(Load(bytes, [&](CArchive& ar) { values.Serialize(ar); }), 0u);
+  LoadAll(bytes, values);
   return values;
+}
+
+// A version-6 store holding only the text entries given (and, unless cut
+// off after them, an empty Money map).
+Bytes TextsOnly(int nTexts, const ByteWriter& texts, bool bWithMoney = true) {
+  ByteWriter w;
+  w.Word(6).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0).Int64(nTexts).Raw(texts.Get());
+  return bWithMoney ? w.Int64(0).Get() : w.Get();
 }
 
 // Store fields of the old (32-bit) counter versions, one map of one entry
@@ -89,23 +95,12 @@ ByteWriter& OldMoney(ByteWriter& w) {
 }
 
 void ExpectOldFields(const ValueStore& values, const char* pszText) {
-  bool b = false;
-  values.GetData(10, b);
-  EXPECT_TRUE(b);
-  int n = 0;
-  values.GetData(11, n);
-  EXPECT_EQ(n, 42);
-  double d = 0;
-  values.GetData(12, d);
-  EXPECT_EQ(d, 2.5);
-  DateTime dt;
-  values.GetData(13, dt);
-  EXPECT_EQ(dt, DateTime::FromJulian(2451545, 60));
-  CString text;
-  values.GetData(14, text);
-  EXPECT_EQ(text, pszText);
-  Money money;
-  values.GetData(15, money);
+  EXPECT_TRUE(Get<bool>(values, 10));
+  EXPECT_EQ(Get<int>(values, 11), 42);
+  EXPECT_EQ(Get<double>(values, 12), 2.5);
+  EXPECT_EQ(Get<DateTime>(values, 13), DateTime::FromJulian(2451545, 60));
+  EXPECT_EQ(Get<CString>(values, 14), pszText);
+  const Money money = Get<Money>(values, 15);
   EXPECT_FALSE(money > 0);
   EXPECT_EQ(money, Money(-12) - Money(34) / 100);
 }
@@ -114,24 +109,12 @@ void ExpectOldFields(const ValueStore& values, const char* pszText) {
 
 TEST(ValueStoreTest, AbsentValuesPerKind) {
   const ValueStore values;
-  bool b = true;
-  values.GetData(1, b);
-  EXPECT_FALSE(b);
-  int n = 0;
-  values.GetData(1, n);
-  EXPECT_EQ(n, -1);
-  double d = 1;
-  values.GetData(1, d);
-  EXPECT_EQ(d, 0.0);
-  Money money(5);
-  values.GetData(1, money);
-  EXPECT_EQ(money, AllFieldsZero());
-  DateTime dt = Day(5);
-  values.GetData(1, dt);
-  EXPECT_EQ(dt, DateTime());
-  CString text = "x";
-  values.GetData(1, text);
-  EXPECT_EQ(text, "");
+  EXPECT_FALSE(Get(values, 1, true));
+  EXPECT_EQ(Get(values, 1, 0), -1);
+  EXPECT_EQ(Get(values, 1, 1.0), 0.0);
+  EXPECT_EQ(Get(values, 1, Money(5)), AllFieldsZero());
+  EXPECT_EQ(Get(values, 1, Day(5)), DateTime());
+  EXPECT_EQ(Get(values, 1, CString("x")), "");
   EXPECT_FALSE(values.HaveDataProp(1));
 }
 
@@ -156,14 +139,11 @@ TEST(ValueStoreTest, RecordedEditsBuildAHistoryOfDistinctOldValues) {
   EXPECT_TRUE(record.SetData(7, 7, true));
   EXPECT_TRUE(record.SetData(7, 5, true));
   EXPECT_FALSE(record.SetData(7, 5, true));
-  int n = 0;
-  record.GetData(7, n);
-  EXPECT_EQ(n, 5);
+  EXPECT_EQ(Get<int>(record.m_values, 7), 5);
   EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5, 7}));
 
   EXPECT_TRUE(record.SetData(7, 7, false));
-  record.GetData(7, n);
-  EXPECT_EQ(n, 7);
+  EXPECT_EQ(Get<int>(record.m_values, 7), 7);
   EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5}));
 }
 
@@ -183,7 +163,7 @@ TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
   TestRecord record;
   record.SetData(1, 2.5, true);
   record.SetData(1, true, true);
-  record.SetData(1, Units(3), true);
+  record.SetData(1, Money(3), true);
   record.SetData(1, CString("Ab"), true);
   record.SetData(1, CString("ab"), true);
   EXPECT_EQ(Undo<double>(record, 1), (std::vector<double>{0.0}));
@@ -228,11 +208,8 @@ TEST(ValueStoreTest, RegisteringKeepsAnExistingValue) {
   record.SetData(1, 9, true);
   record.RegisterDataProp(1, 3);
   record.RegisterDataProp(2, 3);
-  int n = 0;
-  record.GetData(1, n);
-  EXPECT_EQ(n, 9);
-  record.GetData(2, n);
-  EXPECT_EQ(n, 3);
+  EXPECT_EQ(Get<int>(record.m_values, 1), 9);
+  EXPECT_EQ(Get<int>(record.m_values, 2), 3);
   EXPECT_FALSE(record.HaveUndoData(2));
 }
 
@@ -241,7 +218,7 @@ TEST(ValueStoreTest, HaveDataPropLooksInEveryKind) {
   values.RegisterDataProp(1, true);
   values.RegisterDataProp(2, 4);
   values.RegisterDataProp(3, 1.5);
-  values.RegisterDataProp(4, Units(1));
+  values.RegisterDataProp(4, Money(1));
   values.RegisterDataProp(5, Day(1));
   values.RegisterDataProp(6, CString("x"), false);
   for (int nID = 1; nID <= 6; ++nID) EXPECT_TRUE(values.HaveDataProp(nID)) << nID;
@@ -267,7 +244,7 @@ TEST(ValueStoreTest, SupportedColumnsAppendKindByKindAscending) {
   ValueStore values;
   values.RegisterDataProp(9, CString("t"), false);
   values.RegisterDataProp(3, Day(1));
-  values.RegisterDataProp(8, Units(1));
+  values.RegisterDataProp(8, Money(1));
   values.RegisterDataProp(7, 0.5);
   values.RegisterDataProp(6, 2);
   values.RegisterDataProp(2, 1);
@@ -282,24 +259,17 @@ TEST(ValueStoreTest, ChangingIDsCopiesOrSwaps) {
   ValueStore values;
   values.RegisterDataProp(1, 10);
   values.ChangeDataPropIDInt(1, 2);
-  int n = 0;
-  values.GetData(1, n);
-  EXPECT_EQ(n, 10);
-  values.GetData(2, n);
-  EXPECT_EQ(n, 10);
+  EXPECT_EQ(Get<int>(values, 1), 10);
+  EXPECT_EQ(Get<int>(values, 2), 10);
 
   values.RegisterDataProp(3, CString("a"), false);
   values.RegisterDataProp(4, CString("b"), false);
   values.ChangeDataPropIDString(3, 4);
-  CString text;
-  values.GetData(3, text);
-  EXPECT_EQ(text, "b");
-  values.GetData(4, text);
-  EXPECT_EQ(text, "a");
+  EXPECT_EQ(Get<CString>(values, 3), "b");
+  EXPECT_EQ(Get<CString>(values, 4), "a");
 
   values.ChangeDataPropIDInt(5, 1);
-  values.GetData(1, n);
-  EXPECT_EQ(n, 10);
+  EXPECT_EQ(Get<int>(values, 1), 10);
   EXPECT_FALSE(values.HaveDataPropInt(5));
 }
 
@@ -309,9 +279,7 @@ TEST(ValueStoreTest, MovingTakesTheFirstKindThatHoldsTheColumn) {
   values.RegisterDataProp(1, CString("text"), false);
   values.RegisterDataProp(2, 6);
   values.MoveData(1, 2);
-  int n = 0;
-  values.GetData(2, n);
-  EXPECT_EQ(n, 5);
+  EXPECT_EQ(Get<int>(values, 2), 5);
   EXPECT_FALSE(values.HaveDataPropInt(1));
   EXPECT_TRUE(values.HaveDataPropString(1));
   values.MoveData(2, 2);
@@ -326,18 +294,9 @@ TEST(ValueStoreTest, MovingAFlaggedTextMovesItsFlag) {
   values.RegisterDataProp(3, CString("plain"), false);
   values.MoveData(1, 2);
   const Bytes expected = ByteWriter()
-                             .Word(6)
-                             .Int64(0)
-                             .Int64(0)
-                             .Int64(0)
-                             .Int64(0)
-                             .Int64(1)
-                             .Int(2)  // flagged set
-                             .Int64(2)
-                             .Int(2)
-                             .Text(Enciphered("secret"))
-                             .Int(3)
-                             .Text("plain")  // text map
+                             .Word(6).Int64(0).Int64(0).Int64(0).Int64(0)
+                             .Int64(1).Int(2)                                                   // flagged set
+                             .Int64(2).Int(2).Text(Enciphered("secret")).Int(3).Text("plain")  // text map
                              .Int64(0)
                              .Get();
   EXPECT_EQ(ToHex(StoreValues(values)), ToHex(expected));
@@ -377,25 +336,16 @@ TEST(ValueStoreTest, CurrentArchiveByteForByte) {
                              .Int64(2).Int(14).Text(" keep ").Int(15).Text(Enciphered("ab"))
                              .Int64(1).Int(16).Word(1).Bool(false).Int64(0)  // Money
                              .Get();
-  const Bytes bytes = StoreValues(values);
-  EXPECT_EQ(ToHex(bytes), ToHex(expected));
-
-  const ValueStore loaded = LoadValues(bytes);
-  EXPECT_TRUE(loaded == values);
-  EXPECT_EQ(ToHex(StoreValues(loaded)), ToHex(bytes));
-  CString text;
-  loaded.GetData(15, text);
-  EXPECT_EQ(text, "ab");
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
+  test_support::ExpectArchiveForm(values, expected, [&](const ValueStore& loaded) {
+    EXPECT_TRUE(loaded == values);
+    EXPECT_EQ(Get<CString>(loaded, 15), "ab");
+  });
 }
 
 TEST(ValueStoreTest, NewerVersionsReadAsTheCurrentOne) {
   const Bytes bytes =
       ByteWriter().Word(9).Int64(0).Int64(1).Int(3).Int(8).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0).Get();
-  const ValueStore values = LoadValues(bytes);
-  int n = 0;
-  values.GetData(3, n);
-  EXPECT_EQ(n, 8);
+  EXPECT_EQ(Get<int>(LoadValues(bytes), 3), 8);
 }
 
 TEST(ValueStoreTest, DamagedMapsKeepTheLastOfARepeatedKey) {
@@ -406,15 +356,9 @@ TEST(ValueStoreTest, DamagedMapsKeepTheLastOfARepeatedKey) {
                           .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
                           .Get();
   const ValueStore values = LoadValues(bytes);
-  int n = 0;
-  values.GetData(5, n);
-  EXPECT_EQ(n, 3);
-  const Bytes ordered = ByteWriter()
-                            .Word(6)
-                            .Int64(0)
-                            .Int64(2).Int(2).Int(2).Int(5).Int(3)
-                            .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
-                            .Get();
+  EXPECT_EQ(Get<int>(values, 5), 3);
+  const Bytes ordered =
+      ByteWriter().Word(6).Int64(0).Int64(2).Int(2).Int(2).Int(5).Int(3).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0).Get();
   EXPECT_EQ(ToHex(StoreValues(values)), ToHex(ordered));
 }
 
@@ -432,15 +376,7 @@ TEST(ValueStoreTest, VersionTwoTrimsTextsAndSixKeepsThem) {
   ByteWriter v5 = OldStoreUpToTexts(5, "  padded text \t");
   ExpectOldFields(LoadValues(OldMoney(v5).Get()), "  padded text \t");
 
-  const Bytes v6 = ByteWriter()
-                       .Word(6)
-                       .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
-                       .Int64(1).Int(14).Text(" x ")
-                       .Int64(0)
-                       .Get();
-  CString text;
-  LoadValues(v6).GetData(14, text);
-  EXPECT_EQ(text, " x ");
+  EXPECT_EQ(Get<CString>(LoadValues(TextsOnly(1, ByteWriter().Int(14).Text(" x "))), 14), " x ");
 }
 
 TEST(ValueStoreTest, VersionOneDropsTheAddressBlockOfEveryAddressVersion) {
@@ -477,18 +413,11 @@ TEST(ValueStoreTest, VersionFourDropsTheListBlockAfterTheMoney) {
 }
 
 TEST(ValueStoreTest, AHalfLoadedStoreStaysUsable) {
-  const Bytes bytes = ByteWriter()
-                          .Word(6)
-                          .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
-                          .Int64(3).Int(9).Text("a").Int(4).Text("b").Int(7).Byte(200).Raw(Bytes(10, 'c'))
-                          .Get();
+  const Bytes bytes = TextsOnly(3, ByteWriter().Int(9).Text("a").Int(4).Text("b").Int(7).Byte(200).Raw(Bytes(10, 'c')), false);
   ValueStore values;
   EXPECT_THROW(Load(bytes, [&](CArchive& ar) { values.Serialize(ar); }), CArchiveException);
-  CString text;
-  values.GetData(4, text);
-  EXPECT_EQ(text, "b");
-  values.GetData(9, text);
-  EXPECT_EQ(text, "a");
+  EXPECT_EQ(Get<CString>(values, 4), "b");
+  EXPECT_EQ(Get<CString>(values, 9), "a");
   values.RegisterDataProp(5, CString("c"), false);
   std::vector<int> ids;
   values.GetSupportedDataProps(ids);
