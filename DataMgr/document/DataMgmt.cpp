@@ -63,6 +63,24 @@ bool DataMgmt::IsFilePathType(DataType::Type nType) {
   return nType == DataType::PhotoFilePath || nType == DataType::DataFilePath;
 }
 
+bool DataMgmt::IsTextType(DataType::Type nType) {
+  switch (nType) {
+    case DataType::Text:
+    case DataType::PhotoFilePath:
+    case DataType::DirectoryPath:
+    case DataType::EmailAddress:
+    case DataType::WebSiteAddress:
+    case DataType::Password:
+    case DataType::LargeText:
+    case DataType::DataFilePath:
+    case DataType::NumberWithText:
+    case DataType::NumberWithRomanOrText:
+      return true;
+    default:
+      return false;
+  }
+}
+
 bool DataMgmt::AddDataProp(DataProp* p, bool bNewID, bool bAppColumn, bool bFillItems, bool bFillSubItems) {
   if (p == nullptr) return false;
   if (bAppColumn) {
@@ -118,15 +136,6 @@ DataMgmt::DefaultValue DataMgmt::MakeDefaultValue(DataProp& prop, bool bNewColum
     case DataType::NumberWithRomanOrText:
       if (bNewColumn) return TextRegistration(nID, NumberWithTextDefault(text, nType == DataType::NumberWithRomanOrText));
       return TextRegistration(nID, text);
-    case DataType::Text:
-    case DataType::PhotoFilePath:
-    case DataType::DirectoryPath:
-    case DataType::EmailAddress:
-    case DataType::WebSiteAddress:
-    case DataType::Password:
-    case DataType::LargeText:
-    case DataType::DataFilePath:
-      return TextRegistration(nID, text);
     case DataType::Monetary: {
       Money value;
       value.Set(text);
@@ -135,6 +144,7 @@ DataMgmt::DefaultValue DataMgmt::MakeDefaultValue(DataProp& prop, bool bNewColum
     default:
       break;
   }
+  if (IsTextType(nType)) return TextRegistration(nID, text);
   if (!DataType::IsListType(nType)) return DefaultValue();
   int nEntryID = -1;
   if (!IsAddressBookType(nType)) {

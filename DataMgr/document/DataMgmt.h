@@ -148,6 +148,8 @@ class VAXO057_API DataMgmt {
 
   static bool IsAddressBookType(DataType::Type nType);
   static bool IsFilePathType(DataType::Type nType);
+  // The ten types whose values are held as text.
+  static bool IsTextType(DataType::Type nType);
   // The column's default value as a registration for one record; empty for
   // a type that holds no value. bNewColumn selects the rules of a column
   // added to existing records.

@@ -115,16 +115,6 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const
     case DataType::Time:
       text = DateTime::ConvertTimeToText(ValueOf<DateTime>(data, nID), prop.GetTimeShowSeconds());
       break;
-    case DataType::Text:
-    case DataType::DirectoryPath:
-    case DataType::EmailAddress:
-    case DataType::WebSiteAddress:
-    case DataType::Password:
-    case DataType::LargeText:
-    case DataType::NumberWithText:
-    case DataType::NumberWithRomanOrText:
-      text = ValueOf<CString>(data, nID);
-      break;
     case DataType::PhotoFilePath:
     case DataType::DataFilePath:
       text = ValueOf<CString>(data, nID);
@@ -136,7 +126,11 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const
       break;
     }
     default:
-      if (DataType::IsListType(prop.GetDataType())) FindEntryText(prop, ValueOf<int>(data, nID), text);
+      if (IsTextType(prop.GetDataType())) {
+        text = ValueOf<CString>(data, nID);
+      } else if (DataType::IsListType(prop.GetDataType())) {
+        FindEntryText(prop, ValueOf<int>(data, nID), text);
+      }
       break;
   }
   if (text.IsEmpty() || (prop.GetPrefix().IsEmpty() && prop.GetSuffix().IsEmpty())) return text;
@@ -145,6 +139,12 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const
 
 void DataMgmt::GetUndoBufferTexts(const Data& data, const DataProp& prop, TextArray& texts, bool bBlankZero) {
   const int nID = prop.GetID();
+  if (IsTextType(prop.GetDataType())) {
+    std::vector<CString> values;
+    data.GetUndoData(nID, values);
+    texts.CopyFromVector(values);
+    return;
+  }
   switch (prop.GetDataType()) {
     case DataType::YesNo:
       ForEachUndoValue<bool>(data, nID, [&](bool bValue) { texts.Add(YesNoText(bValue)); });
@@ -178,21 +178,6 @@ void DataMgmt::GetUndoBufferTexts(const Data& data, const DataProp& prop, TextAr
         texts.Add(DateTime::ConvertTimeToText(value, prop.GetTimeShowSeconds()));
       });
       return;
-    case DataType::Text:
-    case DataType::PhotoFilePath:
-    case DataType::DirectoryPath:
-    case DataType::EmailAddress:
-    case DataType::WebSiteAddress:
-    case DataType::Password:
-    case DataType::LargeText:
-    case DataType::DataFilePath:
-    case DataType::NumberWithText:
-    case DataType::NumberWithRomanOrText: {
-      std::vector<CString> values;
-      data.GetUndoData(nID, values);
-      texts.CopyFromVector(values);
-      return;
-    }
     case DataType::Monetary:
       ForEachUndoValue<Money>(data, nID, [&](const Money& value) { texts.Add(MoneyText(value, prop, bBlankZero)); });
       return;
