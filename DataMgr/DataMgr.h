@@ -23,5 +23,6 @@
 #include "DataMgr/records/DataRecord.h"
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
+#include "DataMgr/document/DataMgmt.h"
 
 #endif  // DATAMGR_DATAMGR_H_

@@ -1,0 +1,291 @@
+// The document's life cycle: aliases, columns added and deleted with their
+// values, records created, copied and deleted with their default values and
+// usage counts, the last-modified item, and the document archive.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "DataMgr/document/DataMgmt.h"
+#include "tests/DataMgr/document/DocumentFixtures.h"
+#include "tests/DataMgr/schema/SchemaArchiveWriter.h"
+#include "tests/support/ArchiveTestSupport.h"
+#include "tests/support/LocaleTestSupport.h"
+
+namespace {
+
+using document_test::AddColumn;
+using document_test::Enter;
+using document_test::KeptCounts;
+using document_test::RecountedCounts;
+using document_test::Shown;
+using test_support::ByteWriter;
+using test_support::Bytes;
+using test_support::ToHex;
+
+// Publishes the protected members the tests call.
+class TestDocument : public DataMgmt {
+ public:
+  using DataMgmt::GetLastModifiedDataItem;
+};
+
+int IntOf(const Data& record, int nColumn) {
+  int n = 0;
+  record.GetData(nColumn, n);
+  return n;
+}
+
+TEST(DataMgmtTest, AnAliasIsKeptUntilDeleteAllClearsAliases) {
+  DataMgmt doc;
+  EXPECT_EQ(doc.GetAliasDataProp(7), 7);
+  doc.SetAliasDataProp(7, 9);
+  doc.SetAliasDataProp(7, 12);
+  EXPECT_EQ(doc.GetAliasDataProp(7), 9);
+  doc.DeleteAll(true, false);
+  EXPECT_EQ(doc.GetAliasDataProp(7), 9);
+  doc.DeleteAll(true, true);
+  EXPECT_TRUE(doc.GetAliasDataPropMap().empty());
+}
+
+TEST(DataMgmtTest, ColumnTypeOfAnUnknownColumnLeavesTheTypeAlone) {
+  DataMgmt doc;
+  const int nID = AddColumn(doc, DataType::Monetary).GetID();
+  DataType::Type nType = DataType::Icon;
+  EXPECT_FALSE(doc.GetDataPropType(-1, nType));
+  EXPECT_FALSE(doc.GetDataPropType(nID + 1, nType));
+  EXPECT_EQ(nType, DataType::Icon);
+  EXPECT_TRUE(doc.GetDataPropType(nID, nType));
+  EXPECT_EQ(nType, DataType::Monetary);
+}
+
+TEST(DataMgmtTest, AddedColumnsGetIDsOfTheirRange) {
+  struct Row {
+    bool bApp;
+    int nGivenID;
+    bool bNewID;
+    bool bAccepted;
+    int nExpectedID;
+  };
+  const Row rows[] = {
+      {false, 300, false, true, DataProp::DEFAULT_USER_ID},  // not a user ID: replaced
+      {false, 6000, false, true, 6000},
+      {false, 6000, true, true, DataProp::DEFAULT_USER_ID},
+      {true, -1, false, true, 0},
+      {true, 7, false, true, 7},
+      {true, 7000, false, false, 7000},  // no application slot: refused
+  };
+  for (const Row& row : rows) {
+    DataMgmt doc;
+    auto* p = new DataProp;
+    p->SetID(row.nGivenID);
+    const bool bAccepted = doc.AddDataProp(p, row.bNewID, row.bApp, false, false);
+    EXPECT_EQ(bAccepted, row.bAccepted) << row.nGivenID;
+    EXPECT_EQ(p->GetID(), row.nExpectedID) << row.nGivenID;
+    EXPECT_EQ(doc.GetDataPropMgr().GetByID(row.nExpectedID), bAccepted ? p : nullptr) << row.nGivenID;
+    if (!bAccepted) delete p;
+  }
+}
+
+TEST(DataMgmtTest, AddedColumnFillsEitherTheItemsOrTheirSubItems) {
+  DataMgmt doc;
+  std::vector<int> noColumns;
+  for (int i = 0; i < 2; ++i) doc.CreateDataSubItem(*doc.CreateDataItem(nullptr, true, true), noColumns, nullptr, true, true);
+  auto* pItems = new DataProp;
+  pItems->SetDataType(DataType::ValueListSelect);
+  pItems->SetDefaultValue("red");
+  pItems->GetListItemByValue("red", true);
+  doc.AddDataProp(pItems, true, false, true, false);
+  auto* pSubItems = new DataProp;
+  pSubItems->SetDataType(DataType::Number);
+  pSubItems->SetDefaultValue("42");
+  doc.AddDataProp(pSubItems, true, false, true, true);
+
+  for (size_t i = 0; i < 2; ++i) {
+    const DataItem& item = *doc.GetDataItemMgr().GetAt(i);
+    const DataSubItem& subItem = *item.GetSubItemsMgr().GetAt(0);
+    EXPECT_EQ(IntOf(item, pItems->GetID()), pItems->GetListItemAt(0)->GetID());
+    EXPECT_FALSE(subItem.HaveDataProp(pItems->GetID()));
+    EXPECT_FALSE(item.HaveDataProp(pSubItems->GetID()));
+    EXPECT_EQ(IntOf(subItem, pSubItems->GetID()), 42);
+  }
+  EXPECT_EQ(KeptCounts(*pItems), std::vector<int>({2}));
+}
+
+class DataMgmtDefaultsTest : public test_support::UsLocaleTest {};
+
+// A fresh record looks an address up by name (and creates it); a column
+// added to existing records reads its default as an address ID.
+TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
+  struct Row {
+    DataType::Type nType;
+    const char* pszDefault;
+    const char* pszFreshRecord;
+    const char* pszAddedColumn;
+  };
+  const Row rows[] = {
+      {DataType::YesNo, "yes", "Y", "Y"},
+      {DataType::Number, "42", "42", "42"},
+      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011"},
+      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3"},
+      {DataType::AddressBookSuggested, "Ann", "Ann", "Zed"},  // "Ann" reads as ID 0
+      {DataType::AddressBookSelect, "5", "5", ""},  // no address has ID 5
+  };
+  const auto makeColumn = [](const Row& row) {
+    auto* p = new DataProp;
+    p->SetDataType(row.nType);
+    p->SetDefaultValue(row.pszDefault);
+    p->GetAddressByName("Zed", true);
+    p->GetAddressByName("Ann", true);
+    return p;
+  };
+  for (const Row& row : rows) {
+    DataMgmt fresh;
+    DataProp* pFresh = makeColumn(row);
+    fresh.AddDataProp(pFresh, true, false, true, false);
+    EXPECT_EQ(Shown(fresh, *fresh.CreateDataItem(nullptr, true, true), *pFresh), row.pszFreshRecord) << row.pszDefault;
+
+    DataMgmt added;
+    const DataItem& item = *added.CreateDataItem(nullptr, true, true);
+    DataProp* pAdded = makeColumn(row);
+    added.AddDataProp(pAdded, true, false, true, false);
+    EXPECT_EQ(Shown(added, item, *pAdded), row.pszAddedColumn) << row.pszDefault;
+  }
+}
+
+TEST(DataMgmtTest, AFreshRecordHoldsNoValueForThumbnailOrIcon) {
+  DataMgmt doc;
+  const int nThumbnail = AddColumn(doc, DataType::EmbeddedThumbnail, "x").GetID();
+  const int nIcon = AddColumn(doc, DataType::Icon, "x").GetID();
+  const int nText = AddColumn(doc, DataType::Text).GetID();
+  const DataItem& item = *doc.CreateDataItem(nullptr, true, true);
+  EXPECT_FALSE(item.HaveDataProp(nThumbnail));
+  EXPECT_FALSE(item.HaveDataProp(nIcon));
+  EXPECT_TRUE(item.HaveDataProp(nText));
+}
+
+TEST(DataMgmtTest, DeletingAColumnCascadesOnlyThroughItemsHoldingIt) {
+  DataMgmt doc;
+  std::vector<int> noColumns;
+  DataItem& without = *doc.CreateDataItem(nullptr, true, true);
+  DataSubItem& underWithout = *doc.CreateDataSubItem(without, noColumns, nullptr, true, true);
+  DataProp& prop = AddColumn(doc, DataType::Number, "5");
+  const int nID = prop.GetID();
+  std::vector<int> columns = {nID};
+  DataItem& with = *doc.CreateDataItem(nullptr, true, true);
+  DataSubItem& underWith = *doc.CreateDataSubItem(with, columns, nullptr, true, true);
+  underWithout.RegisterDataProp(nID, 5);
+  ASSERT_TRUE(with.HaveDataProp(nID) && underWith.HaveDataProp(nID));
+
+  doc.DeleteDataProp(&prop);
+  EXPECT_EQ(doc.GetDataPropMgr().GetByID(nID), nullptr);
+  EXPECT_FALSE(with.HaveDataProp(nID));
+  EXPECT_FALSE(underWith.HaveDataProp(nID));
+  EXPECT_TRUE(underWithout.HaveDataProp(nID));
+}
+
+TEST(DataMgmtTest, UsageCountsMatchARecountAfterCreatesCopiesEditsAndDeletes) {
+  DataMgmt doc;
+  DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
+  DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
+  std::vector<int> columns = {list.GetID(), book.GetID()};
+  DataItem* pFirst = doc.CreateDataItem(nullptr, true, true);
+  Enter(doc, *pFirst, list, "red");
+  Enter(doc, *pFirst, book, "Ann");
+  Enter(doc, *doc.CreateDataSubItem(*pFirst, columns, nullptr, true, true), list, "blue");
+  DataItem* pCopy = doc.CreateDataItem(pFirst, true, true);
+  Enter(doc, *pCopy, list, "green");
+  Enter(doc, *pFirst, book, "Bob");
+  doc.DeleteDataItem(pFirst);
+
+  // Left: the copy (green, Ann) and its sub-item (blue).
+  EXPECT_EQ(RecountedCounts(doc, list), std::vector<int>({0, 1, 1}));
+  EXPECT_EQ(KeptCounts(list), RecountedCounts(doc, list));
+  EXPECT_EQ(RecountedCounts(doc, book), std::vector<int>({1, 0}));
+  EXPECT_EQ(KeptCounts(book), RecountedCounts(doc, book));
+}
+
+// Archive fixtures: a document of one user column (ID 5000) and items that
+// each hold one text in it, written field by field.
+const int COLUMN = DataProp::DEFAULT_USER_ID;
+const int DAY = 2455683;
+
+struct ItemFixture {
+  int nID;
+  int nDay;
+  int nSeconds;
+  std::string text;  // empty: no value
+};
+
+Bytes DocumentBytes(unsigned nVersion, unsigned nType, const std::string& defaultValue,
+                    const std::vector<ItemFixture>& items) {
+  schema_test::ColumnArchive column;
+  column.nID = COLUMN;
+  column.nType = nType;
+  column.name = "Column";
+  column.defaultValue = defaultValue;
+  ByteWriter w;
+  w.Word(nVersion).Text("/exports/");
+  w.Word(4).Int(0).Counter(0, false).Counter(1, false).Raw(column.Head().Get()).Counter(1, false).Int(COLUMN);
+  w.Word(4).Counter(items.size(), false);
+  for (const ItemFixture& item : items) {
+    w.Word(3).Int(item.nID).Int(item.nDay).Int(item.nSeconds);
+    w.Word(6).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0);  // bools, ints, doubles, dates, flagged
+    if (item.text.empty()) {
+      w.Int64(0);
+    } else {
+      w.Int64(1).Int(COLUMN).Text(item.text);
+    }
+    w.Int64(0);                          // Money
+    w.Word(3).Int64(0).Bool(true);       // no sub-items
+  }
+  if (nVersion == 2) w.Counter(2, true).Int(8).Int(9);
+  return w.Get();
+}
+
+const std::vector<ItemFixture> TIMED_ITEMS = {
+    {0, DAY, 3600, "a"}, {1, DAY, 7200, ""}, {2, DAY, 7200, "c"}, {3, DAY + 1, DateTime::NO_TIME, "d"}};
+
+TEST(DataMgmtArchiveTest, LoadsAndStoresTheDocumentLayout) {
+  const Bytes fixture = DocumentBytes(4, DataType::Text, "", TIMED_ITEMS);
+  TestDocument doc;
+  doc.SetAliasDataProp(COLUMN, 1);
+  EXPECT_EQ(test_support::Load(fixture, [&](CArchive& ar) { doc.Serialize(ar); }), 0u);
+  EXPECT_EQ(doc.GetMRUExportPath(), "/exports/");
+  EXPECT_EQ(doc.GetAliasDataProp(COLUMN), 1);
+  ASSERT_EQ(doc.GetDataItemMgr().GetCount(), 4u);
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(*doc.GetDataItemMgr().GetAt(2), COLUMN,
+                                            *doc.GetDataPropMgr().GetByID(COLUMN), false),
+            "c");
+  EXPECT_EQ(ToHex(test_support::Store([&](CArchive& ar) { doc.Serialize(ar); })), ToHex(fixture));
+  test_support::ExpectEveryCutThrowsEndOfFile(fixture, [](CArchive& ar) { DataMgmt().Serialize(ar); });
+}
+
+// The latest valid time wins, the first of equal times; an item without a
+// time, or without text in the column asked for, does not count.
+TEST(DataMgmtArchiveTest, LastModifiedItemIsTheFirstOfTheLatestValidTimes) {
+  TestDocument doc;
+  test_support::Load(DocumentBytes(4, DataType::Text, "", TIMED_ITEMS), [&](CArchive& ar) { doc.Serialize(ar); });
+  EXPECT_EQ(doc.GetLastModifiedDataItem(-1), doc.GetDataItemMgr().GetAt(1));
+  EXPECT_EQ(doc.GetLastModifiedDataItem(COLUMN), doc.GetDataItemMgr().GetAt(2));
+  EXPECT_EQ(TestDocument().GetLastModifiedDataItem(-1), nullptr);
+}
+
+// Versions 2 and 3 reset a stale folder in a file-path column to the
+// column's default; version 2 also holds an int vector that is dropped.
+TEST(DataMgmtArchiveTest, OlderVersionsResetStaleFoldersAfterLoading) {
+  const struct {
+    unsigned nVersion;
+    const char* pszLoaded;
+  } rows[] = {{1, "/no/such/folder/"}, {2, "/default.jpg"}, {3, "/default.jpg"}, {4, "/no/such/folder/"}};
+  for (const auto& row : rows) {
+    const Bytes fixture =
+        DocumentBytes(row.nVersion, DataType::PhotoFilePath, "/default.jpg", {{0, DAY, 0, "/no/such/folder/"}});
+    DataMgmt doc;
+    EXPECT_EQ(test_support::Load(fixture, [&](CArchive& ar) { doc.Serialize(ar); }), 0u) << row.nVersion;
+    CString value;
+    doc.GetDataItemMgr().GetAt(0)->GetData(COLUMN, value);
+    EXPECT_EQ(value, row.pszLoaded) << row.nVersion;
+  }
+}
+
+}  // namespace
