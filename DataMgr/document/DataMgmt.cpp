@@ -184,7 +184,7 @@ DataItem* DataMgmt::CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID)
   if (pSource == nullptr) {
     ForEachDataProp([this, pItem](DataProp& prop) { RegisterDataProp(*pItem, prop); });
   } else {
-    ChangeRecordUsage(*pItem, true);
+    ForEachDataProp([this, pItem](DataProp& prop) { IncreaseListItemUsageCount(prop, *pItem); });
   }
   return pItem;
 }
@@ -192,12 +192,7 @@ DataItem* DataMgmt::CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID)
 DataSubItem* DataMgmt::CreateDataSubItem(DataItem& parent, std::vector<int>& columnIds, DataSubItem* pSource,
                                          bool bAdd, bool bAssignID) {
   DataSubItem* pSubItem = parent.GetSubItemsMgr().Create(pSource, bAdd, bAssignID);
-  if (pSubItem == nullptr) return nullptr;
-  pSubItem->SetParentID(parent.GetID());
-  if (pSource != nullptr) {
-    ForEachDataProp([this, pSubItem](DataProp& prop) { ChangeRecordUsage(prop, *pSubItem, true); });
-    return pSubItem;
-  }
+  if (pSubItem == nullptr || pSource != nullptr) return pSubItem;
   for (int nID : columnIds) {
     if (DataProp* p = m_dataPropMgr.GetByID(nID)) RegisterDataProp(*pSubItem, *p);
   }
@@ -206,7 +201,7 @@ DataSubItem* DataMgmt::CreateDataSubItem(DataItem& parent, std::vector<int>& col
 
 void DataMgmt::DeleteDataItem(DataItem* pItem) {
   if (pItem == nullptr) return;
-  ChangeRecordUsage(*pItem, false);
+  ForEachDataProp([this, pItem](DataProp& prop) { ReduceListItemUsageCount(prop, *pItem); });
   m_dataItemMgr.Delete(pItem);
 }
 

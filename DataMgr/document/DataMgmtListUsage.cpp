@@ -23,23 +23,11 @@ void DataMgmt::ChangeEntryUsage(DataProp& owner, int nEntryID, bool bRaise) {
   }
 }
 
-void DataMgmt::ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise) const {
+void DataMgmt::ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise) {
   if (!DataType::IsListType(prop.GetDataType())) return;
   int nEntryID = -1;
   record.GetData(prop.GetID(), nEntryID);
   ChangeEntryUsage(prop, nEntryID, bRaise);
-}
-
-void DataMgmt::ChangeRecordUsage(DataItem& item, bool bRaise) const {
-  const DataSubItemMgr& subItems = item.GetSubItemsMgr();
-  ForEachDataProp([&](DataProp& prop) {
-    if (bRaise) {
-      IncreaseListItemUsageCount(prop, item);
-    } else {
-      ReduceListItemUsageCount(prop, item);
-    }
-    for (size_t i = 0; i < subItems.GetCount(); ++i) ChangeRecordUsage(prop, *subItems.GetAt(i), bRaise);
-  });
 }
 
 void DataMgmt::ReduceListItemUsageCount(DataProp& prop, DataItem& record) const {
