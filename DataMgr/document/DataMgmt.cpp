@@ -148,18 +148,18 @@ DataMgmt::DefaultValue DataMgmt::MakeDefaultValue(DataProp& prop, bool bNewColum
   if (!DataType::IsListType(nType)) return DefaultValue();
   int nEntryID = -1;
   if (!IsAddressBookType(nType)) {
-    if (bNewColumn || !text.IsEmpty()) nEntryID = FindEntryID(prop, text, false);
+    if (bNewColumn || !text.IsEmpty()) nEntryID = FindEntryID(prop, nType, text, false);
   } else if (bNewColumn) {
     const Address* pAddress = prop.GetAddressBook().GetByID(NumberTextConv::GetNumberFromString(text));
     nEntryID = pAddress != nullptr ? pAddress->GetID() : -1;
   } else if (!text.IsEmpty() && text != "-1") {
-    nEntryID = FindEntryID(prop, text, true);
+    nEntryID = FindEntryID(prop, nType, text, true);
   }
   DataProp* pProp = &prop;
-  return [nID, nEntryID, pProp](Data& record) {
+  return [nID, nType, nEntryID, pProp](Data& record) {
     if (record.HaveDataProp(nID)) return;
     record.RegisterDataProp(nID, nEntryID);
-    ChangeEntryUsage(*pProp, nEntryID, true);
+    ChangeEntryUsage(*pProp, nType, nEntryID, true);
   };
 }
 

@@ -158,12 +158,14 @@ class VAXO057_API DataMgmt {
   static DefaultValue MakeDefaultValue(DataProp& prop, bool bNewColumn);
   void FillNewColumn(DataProp& prop, bool bSubItems);
 
-  // The entry (list or address) of owner that text names, created when
-  // bCreate; -1 when there is none.
-  static int FindEntryID(DataProp& owner, const CString& text, bool bCreate);
-  // One usage more or less for owner's entry nEntryID; nothing for -1, an
-  // unknown entry or a column without entries.
-  static void ChangeEntryUsage(DataProp& owner, int nEntryID, bool bRaise);
+  // The entry of owner that text names, created when bCreate; -1 when there
+  // is none. nType, the type of the column whose cell is meant, tells
+  // whether the entry is an address of owner's book or one of its list
+  // entries.
+  static int FindEntryID(DataProp& owner, DataType::Type nType, const CString& text, bool bCreate);
+  // One usage more or less for owner's entry nEntryID (chosen by nType as
+  // above); nothing for a negative ID or an unknown entry.
+  static void ChangeEntryUsage(DataProp& owner, DataType::Type nType, int nEntryID, bool bRaise);
   // The one usage that record's cell of prop gives to its entry.
   static void ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise);
   // A duration in the column's form (hours and seconds as its flags say);

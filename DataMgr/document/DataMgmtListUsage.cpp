@@ -3,8 +3,8 @@
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/ListItem.h"
 
-int DataMgmt::FindEntryID(DataProp& owner, const CString& text, bool bCreate) {
-  if (IsAddressBookType(owner.GetDataType())) {
+int DataMgmt::FindEntryID(DataProp& owner, DataType::Type nType, const CString& text, bool bCreate) {
+  if (IsAddressBookType(nType)) {
     const Address* pAddress = owner.GetAddressBook().GetByName(text, bCreate);
     return pAddress != nullptr ? pAddress->GetID() : -1;
   }
@@ -12,14 +12,14 @@ int DataMgmt::FindEntryID(DataProp& owner, const CString& text, bool bCreate) {
   return pEntry != nullptr ? pEntry->GetID() : -1;
 }
 
-void DataMgmt::ChangeEntryUsage(DataProp& owner, int nEntryID, bool bRaise) {
+void DataMgmt::ChangeEntryUsage(DataProp& owner, DataType::Type nType, int nEntryID, bool bRaise) {
   if (nEntryID < 0) return;
-  if (IsAddressBookType(owner.GetDataType())) {
+  if (IsAddressBookType(nType)) {
     if (Address* pAddress = owner.GetAddressBook().GetByID(nEntryID)) {
       bRaise ? pAddress->RegisterUsage() : pAddress->UnregisterUsage();
     }
-  } else if (DataType::IsListType(owner.GetDataType())) {
-    if (ListItem* pEntry = owner.GetListItemByID(nEntryID)) bRaise ? pEntry->RegisterUsage() : pEntry->UnregisterUsage();
+  } else if (ListItem* pEntry = owner.GetListItemByID(nEntryID)) {
+    bRaise ? pEntry->RegisterUsage() : pEntry->UnregisterUsage();
   }
 }
 
@@ -27,7 +27,7 @@ void DataMgmt::ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise
   if (!DataType::IsListType(prop.GetDataType())) return;
   int nEntryID = -1;
   record.GetData(prop.GetID(), nEntryID);
-  ChangeEntryUsage(prop, nEntryID, bRaise);
+  ChangeEntryUsage(prop, prop.GetDataType(), nEntryID, bRaise);
 }
 
 void DataMgmt::ReduceListItemUsageCount(DataProp& prop, DataItem& record) const {

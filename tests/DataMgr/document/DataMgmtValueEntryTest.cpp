@@ -135,6 +135,30 @@ TEST_F(DataMgmtValueEntryTest, SelectFromListStoresMinusOneForUnknownTextAndRele
   EXPECT_FALSE(bRedisplay);
 }
 
+// A suggested-as-typed list takes the empty text as an entry of its own;
+// an address book never makes a nameless address. Whether to create is
+// the list owner's to say, even when the owner is no column of the
+// document (then the column's own list is used).
+TEST_F(DataMgmtValueEntryTest, SuggestedListsCreateEntriesAsTheListOwnerSays) {
+  DataProp& list = AddColumn(m_doc, DataType::ValueListSuggested);
+  DataProp& book = AddColumn(m_doc, DataType::AddressBookSuggested);
+  DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
+  Enter(m_doc, item, list, "");
+  ASSERT_EQ(list.GetListItemsCount(), 1u);
+  EXPECT_EQ(list.GetListItemAt(0)->GetTextRepresentation(), "");
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({1}));
+  Enter(m_doc, item, book, "Ann");
+  Enter(m_doc, item, book, "");
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({0}));
+
+  DataProp selectOwner;
+  selectOwner.SetDataType(DataType::ValueListSelect);
+  bool bRedisplay = false;
+  EXPECT_TRUE(DataMgmt::SetDataNoFilePathAdjust(item, list, selectOwner, "red", bRedisplay, true));
+  EXPECT_EQ(list.GetListItemsCount(), 1u);
+  EXPECT_EQ(Shown(m_doc, item, list), "");
+}
+
 // Entries, formatting and acceptance come from the alias column.
 TEST_F(DataMgmtValueEntryTest, AnAliasColumnOwnsTheEntries) {
   DataProp& typed = AddColumn(m_doc, DataType::ValueListSuggested);
