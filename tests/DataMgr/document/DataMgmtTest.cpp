@@ -112,22 +112,33 @@ TEST(DataMgmtTest, AddedColumnFillsEitherTheItemsOrTheirSubItems) {
 
 class DataMgmtDefaultsTest : public test_support::UsLocaleTest {};
 
-// A fresh record looks an address up by name (and creates it); a column
-// added to existing records reads its default as an address ID.
+std::vector<int> AddressCounts(const DataProp& prop) {
+  std::vector<int> counts;
+  const AddressBook& book = prop.GetAddressBook();
+  for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(book.GetAt(i)->GetUsageCount());
+  return counts;
+}
+
+// A fresh record looks an address up by name (and creates it, select
+// columns too); a column added to existing records reads its default as an
+// address ID and creates nothing. The address taken gains one usage.
 TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
   struct Row {
     DataType::Type nType;
     const char* pszDefault;
     const char* pszFreshRecord;
     const char* pszAddedColumn;
+    std::vector<int> freshCounts;  // of the addresses Zed, Ann and any created
+    std::vector<int> addedCounts;
   };
   const Row rows[] = {
-      {DataType::YesNo, "yes", "Y", "Y"},
-      {DataType::Number, "42", "42", "42"},
-      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011"},
-      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3"},
-      {DataType::AddressBookSuggested, "Ann", "Ann", "Zed"},  // "Ann" reads as ID 0
-      {DataType::AddressBookSelect, "5", "5", ""},  // no address has ID 5
+      {DataType::YesNo, "yes", "Y", "Y", {0, 0}, {0, 0}},
+      {DataType::Number, "42", "42", "42", {0, 0}, {0, 0}},
+      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011", {0, 0}, {0, 0}},
+      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3", {0, 0}, {0, 0}},
+      {DataType::AddressBookSuggested, "ann", "Ann", "Zed", {0, 1}, {1, 0}},  // "ann" reads as ID 0
+      {DataType::AddressBookSelect, "5", "5", "", {0, 0, 1}, {0, 0}},  // no address has ID 5
+      {DataType::AddressBookSelect, "-1", "", "", {0, 0}, {0, 0}},
   };
   const auto makeColumn = [](const Row& row) {
     auto* p = new DataProp;
@@ -142,12 +153,14 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
     DataProp* pFresh = makeColumn(row);
     fresh.AddDataProp(pFresh, true, false, true, false);
     EXPECT_EQ(Shown(fresh, *fresh.CreateDataItem(nullptr, true, true), *pFresh), row.pszFreshRecord) << row.pszDefault;
+    EXPECT_EQ(AddressCounts(*pFresh), row.freshCounts) << row.pszDefault;
 
     DataMgmt added;
     const DataItem& item = *added.CreateDataItem(nullptr, true, true);
     DataProp* pAdded = makeColumn(row);
     added.AddDataProp(pAdded, true, false, true, false);
     EXPECT_EQ(Shown(added, item, *pAdded), row.pszAddedColumn) << row.pszDefault;
+    EXPECT_EQ(AddressCounts(*pAdded), row.addedCounts) << row.pszDefault;
   }
 }
 
