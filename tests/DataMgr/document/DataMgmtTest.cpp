@@ -304,4 +304,16 @@ TEST(DataMgmtArchiveTest, OlderVersionsResetStaleFoldersAfterLoading) {
   }
 }
 
+// The dropped vector of version 2 is read with its count checked against
+// the data left: a cut or an oversized count ends in an archive exception.
+TEST(DataMgmtArchiveTest, TheDroppedVectorOfVersionTwoIsReadSafely) {
+  const std::vector<ItemFixture> items = {{0, DAY, 0, "a"}};
+  test_support::ExpectEveryCutThrowsEndOfFile(DocumentBytes(2, DataType::Text, "", items),
+                                              [](CArchive& ar) { DataMgmt().Serialize(ar); });
+  ByteWriter oversized;
+  oversized.Raw(test_support::SetByte(DocumentBytes(3, DataType::Text, "", items), 0, 2)).Counter(0x7FFFFFFF, true);
+  DataMgmt doc;
+  EXPECT_THROW(test_support::Load(oversized.Get(), [&](CArchive& ar) { doc.Serialize(ar); }), CArchiveException);
+}
+
 }  // namespace
