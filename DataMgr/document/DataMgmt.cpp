@@ -148,18 +148,18 @@ DataMgmt::DefaultValue DataMgmt::MakeDefaultValue(DataProp& prop, bool bNewColum
   if (!DataType::IsListType(nType)) return DefaultValue();
   int nEntryID = -1;
   if (!IsAddressBookType(nType)) {
-    if (bNewColumn || !text.IsEmpty()) nEntryID = FindEntryID(prop, text, false);
+    if (bNewColumn || !text.IsEmpty()) nEntryID = FindEntryID(prop, nType, text, false);
   } else if (bNewColumn) {
     const Address* pAddress = prop.GetAddressBook().GetByID(NumberTextConv::GetNumberFromString(text));
     nEntryID = pAddress != nullptr ? pAddress->GetID() : -1;
   } else if (!text.IsEmpty() && text != "-1") {
-    nEntryID = FindEntryID(prop, text, true);
+    nEntryID = FindEntryID(prop, nType, text, true);
   }
   DataProp* pProp = &prop;
-  return [nID, nEntryID, pProp](Data& record) {
+  return [nID, nType, nEntryID, pProp](Data& record) {
     if (record.HaveDataProp(nID)) return;
     record.RegisterDataProp(nID, nEntryID);
-    ChangeEntryUsage(*pProp, nEntryID, true);
+    ChangeEntryUsage(*pProp, nType, nEntryID, true);
   };
 }
 
@@ -184,7 +184,7 @@ DataItem* DataMgmt::CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID)
   if (pSource == nullptr) {
     ForEachDataProp([this, pItem](DataProp& prop) { RegisterDataProp(*pItem, prop); });
   } else {
-    ChangeRecordUsage(*pItem, true);
+    ForEachDataProp([this, pItem](DataProp& prop) { IncreaseListItemUsageCount(prop, *pItem); });
   }
   return pItem;
 }
@@ -192,12 +192,7 @@ DataItem* DataMgmt::CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID)
 DataSubItem* DataMgmt::CreateDataSubItem(DataItem& parent, std::vector<int>& columnIds, DataSubItem* pSource,
                                          bool bAdd, bool bAssignID) {
   DataSubItem* pSubItem = parent.GetSubItemsMgr().Create(pSource, bAdd, bAssignID);
-  if (pSubItem == nullptr) return nullptr;
-  pSubItem->SetParentID(parent.GetID());
-  if (pSource != nullptr) {
-    ForEachDataProp([this, pSubItem](DataProp& prop) { ChangeRecordUsage(prop, *pSubItem, true); });
-    return pSubItem;
-  }
+  if (pSubItem == nullptr || pSource != nullptr) return pSubItem;
   for (int nID : columnIds) {
     if (DataProp* p = m_dataPropMgr.GetByID(nID)) RegisterDataProp(*pSubItem, *p);
   }
@@ -206,7 +201,7 @@ DataSubItem* DataMgmt::CreateDataSubItem(DataItem& parent, std::vector<int>& col
 
 void DataMgmt::DeleteDataItem(DataItem* pItem) {
   if (pItem == nullptr) return;
-  ChangeRecordUsage(*pItem, false);
+  ForEachDataProp([this, pItem](DataProp& prop) { ReduceListItemUsageCount(prop, *pItem); });
   m_dataItemMgr.Delete(pItem);
 }
 

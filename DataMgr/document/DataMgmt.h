@@ -25,9 +25,9 @@
 //
 // Every change that must keep columns and records consistent goes through
 // here: adding a column fills the records with its default value, creating
-// a record fills in every default, copying or deleting a record raises or
-// lowers the usage counts of the list entries and addresses its cells (and
-// its sub-items' cells) refer to. Values are entered as text through
+// a record fills in every default, copying or deleting an item raises or
+// lowers the usage counts of the list entries and addresses its cells refer
+// to. Values are entered as text through
 // IsValueAcceptable and SetData and shown through GetTextRepresentation,
 // which parse and format by the column's data type and flags.
 //
@@ -73,14 +73,16 @@ class VAXO057_API DataMgmt {
   virtual void DeleteDataProp(DataProp* p);
 
   // A fresh item with every column's default value, or a copy of *pSource
-  // that raises the usage counts of the entries it refers to.
+  // that raises the usage counts of the entries its own cells refer to (the
+  // cells of its sub-items are not counted).
   DataItem* CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID);
-  // A sub-item of parent (its parent ID set): a fresh one gets the default
-  // values of the columns in columnIds, a copy raises usage counts.
+  // A sub-item in parent's list: a fresh one gets the default values of the
+  // columns in columnIds; a copy is returned as made, its usages not
+  // counted. The caller sets the parent ID.
   DataSubItem* CreateDataSubItem(DataItem& parent, std::vector<int>& columnIds, DataSubItem* pSource, bool bAdd,
                                  bool bAssignID);
-  // Lowers the usage counts of the entries the item and its sub-items refer
-  // to, then destroys it.
+  // Lowers the usage counts of the entries the item's own cells refer to,
+  // then destroys it.
   void DeleteDataItem(DataItem* pItem);
   virtual void DeleteAll(bool bResetIDs, bool bClearAliases);
 
@@ -156,15 +158,16 @@ class VAXO057_API DataMgmt {
   static DefaultValue MakeDefaultValue(DataProp& prop, bool bNewColumn);
   void FillNewColumn(DataProp& prop, bool bSubItems);
 
-  // The entry (list or address) of owner that text names, created when
-  // bCreate; -1 when there is none.
-  static int FindEntryID(DataProp& owner, const CString& text, bool bCreate);
-  // One usage more or less for owner's entry nEntryID; nothing for -1, an
-  // unknown entry or a column without entries.
-  static void ChangeEntryUsage(DataProp& owner, int nEntryID, bool bRaise);
-  // The usages of record's cells (and its sub-items') in every entry column.
-  void ChangeRecordUsage(DataItem& item, bool bRaise) const;
-  void ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise) const;
+  // The entry of owner that text names, created when bCreate; -1 when there
+  // is none. nType, the type of the column whose cell is meant, tells
+  // whether the entry is an address of owner's book or one of its list
+  // entries.
+  static int FindEntryID(DataProp& owner, DataType::Type nType, const CString& text, bool bCreate);
+  // One usage more or less for owner's entry nEntryID (chosen by nType as
+  // above); nothing for a negative ID or an unknown entry.
+  static void ChangeEntryUsage(DataProp& owner, DataType::Type nType, int nEntryID, bool bRaise);
+  // The one usage that record's cell of prop gives to its entry.
+  static void ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise);
   // A duration in the column's form (hours and seconds as its flags say);
   // a decimal with the locale's fractional digits, decimal zeroes kept.
   static CString FormatDuration(int nSeconds, const DataProp& prop);

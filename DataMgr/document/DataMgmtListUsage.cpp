@@ -3,8 +3,8 @@
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/ListItem.h"
 
-int DataMgmt::FindEntryID(DataProp& owner, const CString& text, bool bCreate) {
-  if (IsAddressBookType(owner.GetDataType())) {
+int DataMgmt::FindEntryID(DataProp& owner, DataType::Type nType, const CString& text, bool bCreate) {
+  if (IsAddressBookType(nType)) {
     const Address* pAddress = owner.GetAddressBook().GetByName(text, bCreate);
     return pAddress != nullptr ? pAddress->GetID() : -1;
   }
@@ -12,34 +12,22 @@ int DataMgmt::FindEntryID(DataProp& owner, const CString& text, bool bCreate) {
   return pEntry != nullptr ? pEntry->GetID() : -1;
 }
 
-void DataMgmt::ChangeEntryUsage(DataProp& owner, int nEntryID, bool bRaise) {
+void DataMgmt::ChangeEntryUsage(DataProp& owner, DataType::Type nType, int nEntryID, bool bRaise) {
   if (nEntryID < 0) return;
-  if (IsAddressBookType(owner.GetDataType())) {
+  if (IsAddressBookType(nType)) {
     if (Address* pAddress = owner.GetAddressBook().GetByID(nEntryID)) {
       bRaise ? pAddress->RegisterUsage() : pAddress->UnregisterUsage();
     }
-  } else if (DataType::IsListType(owner.GetDataType())) {
-    if (ListItem* pEntry = owner.GetListItemByID(nEntryID)) bRaise ? pEntry->RegisterUsage() : pEntry->UnregisterUsage();
+  } else if (ListItem* pEntry = owner.GetListItemByID(nEntryID)) {
+    bRaise ? pEntry->RegisterUsage() : pEntry->UnregisterUsage();
   }
 }
 
-void DataMgmt::ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise) const {
+void DataMgmt::ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise) {
   if (!DataType::IsListType(prop.GetDataType())) return;
   int nEntryID = -1;
   record.GetData(prop.GetID(), nEntryID);
-  ChangeEntryUsage(prop, nEntryID, bRaise);
-}
-
-void DataMgmt::ChangeRecordUsage(DataItem& item, bool bRaise) const {
-  const DataSubItemMgr& subItems = item.GetSubItemsMgr();
-  ForEachDataProp([&](DataProp& prop) {
-    if (bRaise) {
-      IncreaseListItemUsageCount(prop, item);
-    } else {
-      ReduceListItemUsageCount(prop, item);
-    }
-    for (size_t i = 0; i < subItems.GetCount(); ++i) ChangeRecordUsage(prop, *subItems.GetAt(i), bRaise);
-  });
+  ChangeEntryUsage(prop, prop.GetDataType(), nEntryID, bRaise);
 }
 
 void DataMgmt::ReduceListItemUsageCount(DataProp& prop, DataItem& record) const {

@@ -141,16 +141,17 @@ bool DataMgmt::SetDataNoFilePathAdjust(Data& data, DataProp& prop, DataProp& lis
     default:
       break;
   }
-  if (!DataType::IsListType(prop.GetDataType())) return false;
-  // The entry typed replaces the one the cell referred to; an empty text
-  // never becomes an entry.
+  const DataType::Type nType = prop.GetDataType();
+  if (!DataType::IsListType(nType)) return false;
+  // The entry typed replaces the one the cell referred to. A suggested-as-
+  // typed list owner takes any text as a new entry, the empty text too.
   DataProp& owner = listOwner.GetID() < 0 ? prop : listOwner;
   int nOldID = -1;
   data.GetData(nID, nOldID);
-  ChangeEntryUsage(owner, nOldID, false);
-  const int nNewID = FindEntryID(owner, copy, IsSuggestedType(owner.GetDataType()) && !copy.IsEmpty());
+  ChangeEntryUsage(owner, nType, nOldID, false);
+  const int nNewID = FindEntryID(owner, nType, copy, IsSuggestedType(listOwner.GetDataType()));
   data.SetData(nID, nNewID, bRecord);
-  ChangeEntryUsage(owner, nNewID, true);
+  ChangeEntryUsage(owner, nType, nNewID, true);
   return true;
 }
 
@@ -220,7 +221,7 @@ bool DataMgmt::IsValueAcceptable(CString& text, DataProp& prop) const {
     case DataType::DescValueListSelect:
     case DataType::DecimalListSelect:
     case DataType::AddressBookSelect:
-      return text.IsEmpty() || FindEntryID(GetListOwner(prop), text, false) >= 0;
+      return text.IsEmpty() || FindEntryID(GetListOwner(prop), prop.GetDataType(), text, false) >= 0;
     case DataType::Monetary: {
       Money value;
       value.Set(text);

@@ -17,7 +17,6 @@ namespace {
 using document_test::AddColumn;
 using document_test::Enter;
 using document_test::KeptCounts;
-using document_test::RecountedCounts;
 using document_test::Shown;
 using test_support::ByteWriter;
 using test_support::Bytes;
@@ -113,22 +112,33 @@ TEST(DataMgmtTest, AddedColumnFillsEitherTheItemsOrTheirSubItems) {
 
 class DataMgmtDefaultsTest : public test_support::UsLocaleTest {};
 
-// A fresh record looks an address up by name (and creates it); a column
-// added to existing records reads its default as an address ID.
+std::vector<int> AddressCounts(const DataProp& prop) {
+  std::vector<int> counts;
+  const AddressBook& book = prop.GetAddressBook();
+  for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(book.GetAt(i)->GetUsageCount());
+  return counts;
+}
+
+// A fresh record looks an address up by name (and creates it, select
+// columns too); a column added to existing records reads its default as an
+// address ID and creates nothing. The address taken gains one usage.
 TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
   struct Row {
     DataType::Type nType;
     const char* pszDefault;
     const char* pszFreshRecord;
     const char* pszAddedColumn;
+    std::vector<int> freshCounts;  // of the addresses Zed, Ann and any created
+    std::vector<int> addedCounts;
   };
   const Row rows[] = {
-      {DataType::YesNo, "yes", "Y", "Y"},
-      {DataType::Number, "42", "42", "42"},
-      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011"},
-      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3"},
-      {DataType::AddressBookSuggested, "Ann", "Ann", "Zed"},  // "Ann" reads as ID 0
-      {DataType::AddressBookSelect, "5", "5", ""},  // no address has ID 5
+      {DataType::YesNo, "yes", "Y", "Y", {0, 0}, {0, 0}},
+      {DataType::Number, "42", "42", "42", {0, 0}, {0, 0}},
+      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011", {0, 0}, {0, 0}},
+      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3", {0, 0}, {0, 0}},
+      {DataType::AddressBookSuggested, "ann", "Ann", "Zed", {0, 1}, {1, 0}},  // "ann" reads as ID 0
+      {DataType::AddressBookSelect, "5", "5", "", {0, 0, 1}, {0, 0}},  // no address has ID 5
+      {DataType::AddressBookSelect, "-1", "", "", {0, 0}, {0, 0}},
   };
   const auto makeColumn = [](const Row& row) {
     auto* p = new DataProp;
@@ -143,12 +153,14 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
     DataProp* pFresh = makeColumn(row);
     fresh.AddDataProp(pFresh, true, false, true, false);
     EXPECT_EQ(Shown(fresh, *fresh.CreateDataItem(nullptr, true, true), *pFresh), row.pszFreshRecord) << row.pszDefault;
+    EXPECT_EQ(AddressCounts(*pFresh), row.freshCounts) << row.pszDefault;
 
     DataMgmt added;
     const DataItem& item = *added.CreateDataItem(nullptr, true, true);
     DataProp* pAdded = makeColumn(row);
     added.AddDataProp(pAdded, true, false, true, false);
     EXPECT_EQ(Shown(added, item, *pAdded), row.pszAddedColumn) << row.pszDefault;
+    EXPECT_EQ(AddressCounts(*pAdded), row.addedCounts) << row.pszDefault;
   }
 }
 
@@ -183,7 +195,9 @@ TEST(DataMgmtTest, DeletingAColumnCascadesOnlyThroughItemsHoldingIt) {
   EXPECT_TRUE(underWithout.HaveDataProp(nID));
 }
 
-TEST(DataMgmtTest, UsageCountsMatchARecountAfterCreatesCopiesEditsAndDeletes) {
+// Copying an item raises, and deleting it lowers, the counts of its own
+// cells only; a copied sub-item is not counted at all.
+TEST(DataMgmtTest, CopiesAndDeletesCountTheItemsOwnCells) {
   DataMgmt doc;
   DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
   DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
@@ -191,17 +205,19 @@ TEST(DataMgmtTest, UsageCountsMatchARecountAfterCreatesCopiesEditsAndDeletes) {
   DataItem* pFirst = doc.CreateDataItem(nullptr, true, true);
   Enter(doc, *pFirst, list, "red");
   Enter(doc, *pFirst, book, "Ann");
-  Enter(doc, *doc.CreateDataSubItem(*pFirst, columns, nullptr, true, true), list, "blue");
-  DataItem* pCopy = doc.CreateDataItem(pFirst, true, true);
-  Enter(doc, *pCopy, list, "green");
-  Enter(doc, *pFirst, book, "Bob");
-  doc.DeleteDataItem(pFirst);
+  DataSubItem* pSubItem = doc.CreateDataSubItem(*pFirst, columns, nullptr, true, true);
+  Enter(doc, *pSubItem, list, "blue");
+  doc.CreateDataSubItem(*pFirst, columns, pSubItem, true, true);
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({1, 1}));
 
-  // Left: the copy (green, Ann) and its sub-item (blue).
-  EXPECT_EQ(RecountedCounts(doc, list), std::vector<int>({0, 1, 1}));
-  EXPECT_EQ(KeptCounts(list), RecountedCounts(doc, list));
-  EXPECT_EQ(RecountedCounts(doc, book), std::vector<int>({1, 0}));
-  EXPECT_EQ(KeptCounts(book), RecountedCounts(doc, book));
+  DataItem* pCopy = doc.CreateDataItem(pFirst, true, true);
+  ASSERT_EQ(pCopy->GetSubItemsMgr().GetCount(), 2u);
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({2, 1}));
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({2}));
+  Enter(doc, *pCopy, list, "green");
+  doc.DeleteDataItem(pFirst);
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({0, 1, 1}));
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
 }
 
 // Archive fixtures: a document of one user column (ID 5000) and items that
@@ -286,6 +302,18 @@ TEST(DataMgmtArchiveTest, OlderVersionsResetStaleFoldersAfterLoading) {
     doc.GetDataItemMgr().GetAt(0)->GetData(COLUMN, value);
     EXPECT_EQ(value, row.pszLoaded) << row.nVersion;
   }
+}
+
+// The dropped vector of version 2 is read with its count checked against
+// the data left: a cut or an oversized count ends in an archive exception.
+TEST(DataMgmtArchiveTest, TheDroppedVectorOfVersionTwoIsReadSafely) {
+  const std::vector<ItemFixture> items = {{0, DAY, 0, "a"}};
+  test_support::ExpectEveryCutThrowsEndOfFile(DocumentBytes(2, DataType::Text, "", items),
+                                              [](CArchive& ar) { DataMgmt().Serialize(ar); });
+  ByteWriter oversized;
+  oversized.Raw(test_support::SetByte(DocumentBytes(3, DataType::Text, "", items), 0, 2)).Counter(0x7FFFFFFF, true);
+  DataMgmt doc;
+  EXPECT_THROW(test_support::Load(oversized.Get(), [&](CArchive& ar) { doc.Serialize(ar); }), CArchiveException);
 }
 
 }  // namespace

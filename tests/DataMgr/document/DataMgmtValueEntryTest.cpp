@@ -119,6 +119,45 @@ TEST_F(DataMgmtValueEntryTest, ZeroValuesAndAffixesWithBlankZero) {
   }
 }
 
+// "+" goes only before a value above zero: a whole number or duration of
+// at least 1, a decimal or amount greater than zero. A missing file shows
+// as no value, without prefix.
+TEST_F(DataMgmtValueEntryTest, SignAlwaysShownAndMissingFiles) {
+  struct Row {
+    DataType::Type nType;
+    void (*fill)(DataItem&, int);
+    const char* pszShown;
+  };
+  const Row rows[] = {
+      {DataType::Number, [](DataItem& r, int n) { r.RegisterDataProp(n, 1); }, "<+1"},
+      {DataType::Number, [](DataItem& r, int n) { r.RegisterDataProp(n, 0); }, "<0"},
+      {DataType::Number, [](DataItem& r, int n) { r.RegisterDataProp(n, -2); }, "<-2"},
+      {DataType::Duration, [](DataItem& r, int n) { r.RegisterDataProp(n, 1); }, "<+0:01"},
+      {DataType::Duration, [](DataItem& r, int n) { r.RegisterDataProp(n, 0); }, "<0:00"},
+      {DataType::Duration, [](DataItem& r, int n) { r.RegisterDataProp(n, -1); }, "<-0:01"},
+      {DataType::Decimal, [](DataItem& r, int n) { r.RegisterDataProp(n, 0.5); }, "<+0.50"},
+      {DataType::Decimal, [](DataItem& r, int n) { r.RegisterDataProp(n, 0.0); }, "<0.00"},
+      {DataType::Decimal, [](DataItem& r, int n) { r.RegisterDataProp(n, -0.5); }, "<-0.50"},
+      {DataType::Monetary, [](DataItem& r, int n) { r.RegisterDataProp(n, Money(3)); }, "<+3.00"},
+      {DataType::Monetary, [](DataItem& r, int n) { r.RegisterDataProp(n, Money(0)); }, "<0.00"},
+      {DataType::Monetary, [](DataItem& r, int n) { r.RegisterDataProp(n, Money(-3)); }, "<-3.00"},
+      {DataType::PhotoFilePath, [](DataItem& r, int n) { r.RegisterDataProp(n, "/no/such/a.jpg", false); }, ""},
+      {DataType::Icon, [](DataItem& r, int n) { r.RegisterDataProp(n, 1); }, ""},
+  };
+  for (const Row& row : rows) {
+    DataProp prop;
+    prop.SetID(DataProp::DEFAULT_USER_ID);
+    prop.SetDataType(row.nType);
+    prop.SetShowSignAlways(true);
+    prop.SetTimeShowSeconds(true);
+    prop.SetPrefix("<");
+    DataItem item;
+    row.fill(item, prop.GetID());
+    EXPECT_EQ(DataMgmt::GetTextRepresentation(item, prop.GetID(), prop, false), row.pszShown)
+        << DataType::GetText(row.nType) << " " << row.pszShown;
+  }
+}
+
 TEST_F(DataMgmtValueEntryTest, SelectFromListStoresMinusOneForUnknownTextAndReleasesTheOldEntry) {
   DataProp& prop = AddColumn(m_doc, DataType::ValueListSelect);
   prop.GetListItemByValue("blue", true);
@@ -133,6 +172,30 @@ TEST_F(DataMgmtValueEntryTest, SelectFromListStoresMinusOneForUnknownTextAndRele
   EXPECT_EQ(nStored, -1);
   EXPECT_EQ(KeptCounts(prop), std::vector<int>({0, 0}));
   EXPECT_FALSE(bRedisplay);
+}
+
+// A suggested-as-typed list takes the empty text as an entry of its own;
+// an address book never makes a nameless address. Whether to create is
+// the list owner's to say, even when the owner is no column of the
+// document (then the column's own list is used).
+TEST_F(DataMgmtValueEntryTest, SuggestedListsCreateEntriesAsTheListOwnerSays) {
+  DataProp& list = AddColumn(m_doc, DataType::ValueListSuggested);
+  DataProp& book = AddColumn(m_doc, DataType::AddressBookSuggested);
+  DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
+  Enter(m_doc, item, list, "");
+  ASSERT_EQ(list.GetListItemsCount(), 1u);
+  EXPECT_EQ(list.GetListItemAt(0)->GetTextRepresentation(), "");
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({1}));
+  Enter(m_doc, item, book, "Ann");
+  Enter(m_doc, item, book, "");
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({0}));
+
+  DataProp selectOwner;
+  selectOwner.SetDataType(DataType::ValueListSelect);
+  bool bRedisplay = false;
+  EXPECT_TRUE(DataMgmt::SetDataNoFilePathAdjust(item, list, selectOwner, "red", bRedisplay, true));
+  EXPECT_EQ(list.GetListItemsCount(), 1u);
+  EXPECT_EQ(Shown(m_doc, item, list), "");
 }
 
 // Entries, formatting and acceptance come from the alias column.
@@ -237,6 +300,15 @@ TEST_F(DataMgmtValueEntryTest, EarlierValuesAsTextWithoutAffixesOrSign) {
       {DataType::Decimal, [](DataProp& p) { p.SetFractional(true); },
        [](DataItem& r, int n) { r.RegisterDataProp(n, -1.5); r.SetData(n, 0.75, true); r.SetData(n, 2.0, true); },
        {"-1 1/2", "3/4"}},
+      {DataType::Duration, [](DataProp& p) { p.SetTimeShowSeconds(true); },
+       [](DataItem& r, int n) { r.RegisterDataProp(n, 90); r.SetData(n, 0, true); r.SetData(n, 5, true); },
+       {"1:30", ""}},
+      {DataType::AddressBookSelect, [](DataProp& p) { p.GetAddressByName("Ann", true); },
+       [](DataItem& r, int n) {
+         r.RegisterDataProp(n, 0);
+         for (int nEntryID : {-1, 3, 0}) r.SetData(n, nEntryID, true);  // only 0 names an address
+       },
+       {"Ann"}},
       {DataType::Date, NoSetup,
        [](DataItem& r, int n) { r.RegisterDataProp(n, DateTime(2011, 5, 1)); r.SetData(n, DateTime(), true); },
        {"5/1/2011"}},

@@ -2,7 +2,7 @@
 #define TESTS_DATAMGR_DOCUMENT_DOCUMENTFIXTURES_H_
 
 // Helpers of the document tests: columns added as a host adds them, values
-// entered and read as text, and usage counts recounted from the records.
+// entered and read as text, and the usage counts of entry columns.
 
 #include <gtest/gtest.h>
 
@@ -35,8 +35,7 @@ inline std::string Shown(const DataMgmt& doc, const Data& record, const DataProp
   return doc.GetTextRepresentation(record, prop.GetID(), false).GetStdString();
 }
 
-// The usage counts kept by an entry column, entry by entry in order, and
-// the same counts recounted from the cells of every item and sub-item.
+// The usage counts kept by an entry column, entry by entry in order.
 inline std::vector<int> KeptCounts(const DataProp& prop) {
   std::vector<int> counts;
   if (prop.GetDataType() == DataType::AddressBookSuggested || prop.GetDataType() == DataType::AddressBookSelect) {
@@ -44,35 +43,6 @@ inline std::vector<int> KeptCounts(const DataProp& prop) {
     for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(book.GetAt(i)->GetUsageCount());
   } else {
     for (size_t i = 0; i < prop.GetListItemsCount(); ++i) counts.push_back(prop.GetListItemAt(i)->GetUsageCount());
-  }
-  return counts;
-}
-
-inline int CellsReferring(const DataMgmt& doc, int nColumn, int nEntryID) {
-  int nCount = 0;
-  const auto count = [&](const Data& record) {
-    int nValue = -1;
-    record.GetData(nColumn, nValue);
-    if (record.HaveDataProp(nColumn) && nValue == nEntryID) ++nCount;
-  };
-  const DataItemMgr& items = doc.GetDataItemMgr();
-  for (size_t i = 0; i < items.GetCount(); ++i) {
-    count(*items.GetAt(i));
-    const DataSubItemMgr& subItems = items.GetAt(i)->GetSubItemsMgr();
-    for (size_t j = 0; j < subItems.GetCount(); ++j) count(*subItems.GetAt(j));
-  }
-  return nCount;
-}
-
-inline std::vector<int> RecountedCounts(const DataMgmt& doc, const DataProp& prop) {
-  std::vector<int> counts;
-  if (prop.GetDataType() == DataType::AddressBookSuggested || prop.GetDataType() == DataType::AddressBookSelect) {
-    const AddressBook& book = prop.GetAddressBook();
-    for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(CellsReferring(doc, prop.GetID(), book.GetAt(i)->GetID()));
-  } else {
-    for (size_t i = 0; i < prop.GetListItemsCount(); ++i) {
-      counts.push_back(CellsReferring(doc, prop.GetID(), prop.GetListItemAt(i)->GetID()));
-    }
   }
   return counts;
 }
