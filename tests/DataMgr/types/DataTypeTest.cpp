@@ -166,25 +166,25 @@ TEST(DataTypeTest, QualifierTexts) {
   for (int n : {18, 19, 6, 17}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "") << n;
 }
 
-TEST(DataTypeTest, SimilarTypesAndFundamentals) {
-  EXPECT_TRUE(DataType::IsSimilarType(T(40), T(40)));
-  EXPECT_FALSE(DataType::IsSimilarType(T(40), T(6)));
-  EXPECT_TRUE(DataType::IsSimilarType(DataType::Number, DataType::Duration));
-  EXPECT_TRUE(DataType::IsSimilarType(DataType::Text, DataType::NumberWithRomanOrText));
-  EXPECT_TRUE(DataType::IsSimilarType(DataType::Text, DataType::EmbeddedThumbnail));
-  EXPECT_TRUE(DataType::IsSimilarType(DataType::AddressBookSelect, DataType::AddressBookSuggested));
-  EXPECT_FALSE(DataType::IsSimilarType(DataType::NumberListSelect, DataType::ValueListSelect));
-  EXPECT_FALSE(DataType::IsSimilarType(DataType::Decimal, DataType::Monetary));
-  EXPECT_FALSE(DataType::IsSimilarType(DataType::Text, DataType::ValueListSuggested));
-  EXPECT_FALSE(DataType::IsSimilarType(T(17), T(20)));
-
-  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Number, DataType::NumberListSelect));
-  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Monetary, DataType::DecimalListSuggested));
-  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::AddressBookSelect, DataType::Text));
-  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::Number, DataType::Decimal));
-  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::Icon, DataType::Text));
-  EXPECT_FALSE(DataType::IsSimilarFundamental(DataType::YesNo, DataType::Number));
-  EXPECT_TRUE(DataType::IsSimilarFundamental(DataType::Icon, DataType::Icon));
+// Every pair from -3 to 40: equal numbers, or both in one group of the
+// table; a first number above 33 is similar only to itself.
+TEST(DataTypeTest, SimilarityGroupsPairByPair) {
+  const std::vector<std::set<int>> similar = {{1, 2},   {4, 5},   {6, 7, 8, 9, 10, 11, 12, 25, 30, 31, 32},
+                                              {13, 15}, {14, 16}, {18, 19},
+                                              {21, 22}, {26, 27}};
+  const std::vector<std::set<int>> fundamental = {
+      {1, 2, 13, 15}, {3, 26, 27, 28}, {4, 5}, {6, 7, 8, 9, 10, 11, 12, 14, 16, 18, 19, 21, 22, 25, 30, 31, 32}};
+  const auto inOneGroup = [](const std::vector<std::set<int>>& groups, int a, int b) {
+    return std::any_of(groups.begin(), groups.end(),
+                       [&](const std::set<int>& group) { return group.count(a) == 1 && group.count(b) == 1; });
+  };
+  for (int a = -3; a <= 40; ++a) {
+    for (int b = -3; b <= 40; ++b) {
+      EXPECT_EQ(DataType::IsSimilarType(T(a), T(b)), a == b || inOneGroup(similar, a, b)) << a << ", " << b;
+      EXPECT_EQ(DataType::IsSimilarFundamental(T(a), T(b)), a == b || inOneGroup(fundamental, a, b))
+          << a << ", " << b;
+    }
+  }
 }
 
 TEST(DataTypeTest, ConversionsAreOneWayWhereTheTableSaysSo) {

@@ -124,6 +124,15 @@ TEST_F(MoneyAtScale100, MultiplicationRoundsAtFiftyUnits) {
   EXPECT_EQ(Cents(150) * static_cast<__int64>(-3), Cents(-450));
 }
 
+// The factor |n| is scaled before multiplying, and that product wraps:
+// 2^62 units times 1 is 2^62 * 100 = 25 * 2^64 before rounding, so 0.
+TEST_F(MoneyAtScale100, IntegerFactorsAreScaledAndMayWrap) {
+  const Money huge = Raw(true, 1ULL << 62);
+  EXPECT_EQ(huge * 1, Raw(true, 0));
+  EXPECT_EQ(huge * static_cast<__int64>(-1), Raw(false, 0));
+  EXPECT_EQ(Raw(true, 1ULL << 40) * 2, Raw(true, 1ULL << 41));
+}
+
 TEST(MoneyTest, ProductSignComesFromBothSigns) {
   EXPECT_EQ(Money(-5) * 0, NegativeZero());
   EXPECT_EQ(Money(5) * 0.0, Money(0));
@@ -211,6 +220,20 @@ TEST_F(MoneyAtScale100, GetValueDividesByTheScale) {
   EXPECT_EQ(Cents(-250).GetValue(), -2.5);
   EXPECT_EQ(Cents(33).GetValue(), 0.33);
   EXPECT_EQ(NegativeZero().GetValue(), 0.0);
+}
+
+// Separators unlike the number ones show that the currency form is asked
+// for; a value that rounds to zero carries no sign in the formatter.
+TEST_F(MoneyAtScale100, TextUsesTheCurrencySeparatorsAndDigits) {
+  LocaleUtils::SetNumberDecimalSeparator(".");
+  LocaleUtils::SetNumberThousandsSeparator(",");
+  LocaleUtils::SetCurrencyDecimalSeparator(",");
+  LocaleUtils::SetCurrencyThousandsSeparator(".");
+  EXPECT_EQ(Cents(-123456).GetText(true, true), "-1.234,56");
+  EXPECT_EQ(Cents(-123456).GetText(true, false), "-1234,56");
+  EXPECT_EQ(Cents(123400).GetText(false, true), "1,234.00");
+  EXPECT_EQ(NegativeZero().GetText(true, true), "0,00");
+  LocaleUtils::ResetToEnvironment();
 }
 
 // Sets the currency decimal separator for one test and puts the old one back.

@@ -273,19 +273,35 @@ TEST(ValueStoreTest, ChangingIDsCopiesOrSwaps) {
   EXPECT_FALSE(values.HaveDataPropInt(5));
 }
 
+// Column 1 holds a value of every kind; each move takes the next kind in
+// the order bool, int, double, Money, date/time, text to a column of its own.
 TEST(ValueStoreTest, MovingTakesTheFirstKindThatHoldsTheColumn) {
   ValueStore values;
-  values.RegisterDataProp(1, 5);
   values.RegisterDataProp(1, CString("text"), false);
-  values.RegisterDataProp(2, 6);
-  values.MoveData(1, 2);
-  EXPECT_EQ(Get<int>(values, 2), 5);
-  EXPECT_FALSE(values.HaveDataPropInt(1));
-  EXPECT_TRUE(values.HaveDataPropString(1));
-  values.MoveData(2, 2);
-  EXPECT_TRUE(values.HaveDataPropInt(2));
-  values.MoveData(3, 4);
-  EXPECT_FALSE(values.HaveDataProp(4));
+  values.RegisterDataProp(1, Day(1));
+  values.RegisterDataProp(1, Money(1));
+  values.RegisterDataProp(1, 0.5);
+  values.RegisterDataProp(1, 5);
+  values.RegisterDataProp(1, true);
+  values.RegisterDataProp(3, 6);
+  const struct {
+    int nTo;
+    bool (ValueStore::*pHave)(int) const;
+  } moves[] = {{2, &ValueStore::HaveDataPropBool},  {3, &ValueStore::HaveDataPropInt},
+               {4, &ValueStore::HaveDataPropDouble}, {5, &ValueStore::HaveDataPropMoney},
+               {6, &ValueStore::HaveDataPropDateTime}, {7, &ValueStore::HaveDataPropString}};
+  for (const auto& move : moves) {
+    values.MoveData(1, move.nTo);
+    EXPECT_TRUE((values.*move.pHave)(move.nTo)) << move.nTo;
+    EXPECT_FALSE((values.*move.pHave)(1)) << move.nTo;
+  }
+  EXPECT_FALSE(values.HaveDataProp(1));
+  EXPECT_EQ(Get<int>(values, 3), 5);
+  EXPECT_EQ(Get<CString>(values, 7), "text");
+  values.MoveData(3, 3);
+  EXPECT_TRUE(values.HaveDataPropInt(3));
+  values.MoveData(8, 9);
+  EXPECT_FALSE(values.HaveDataProp(9));
 }
 
 TEST(ValueStoreTest, MovingAFlaggedTextMovesItsFlag) {
