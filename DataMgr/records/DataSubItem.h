@@ -26,6 +26,14 @@ class VAXO057_API DataSubItem final : public DataRecord {
   DataSubItem& operator=(DataSubItem&& other);
   ~DataSubItem();
 
+  // Remove nID from one value kind of this sub-item.
+  using DataRecord::DeleteDataBool;
+  using DataRecord::DeleteDataDateTime;
+  using DataRecord::DeleteDataDouble;
+  using DataRecord::DeleteDataInt;
+  using DataRecord::DeleteDataMoney;
+  using DataRecord::DeleteDataString;
+
   void SetParentID(int nParentID) { m_nParentID = nParentID; }
   int GetParentID() const { return m_nParentID; }
 
