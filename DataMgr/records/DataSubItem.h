@@ -37,7 +37,8 @@ class VAXO057_API DataSubItem final : public DataRecord {
   void SetParentID(int nParentID) { m_nParentID = nParentID; }
   int GetParentID() const { return m_nParentID; }
 
-  // Equal values (and flagged texts); IDs and undo histories do not count.
+  // Equal values (and flagged texts); IDs, parent IDs and undo histories do
+  // not count.
   bool operator==(const DataSubItem& other) const { return HasSameValues(other); }
 
   // See the layout above the definition; version 2 is current.
