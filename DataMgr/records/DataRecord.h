@@ -70,14 +70,6 @@ class VAXO057_API DataRecord : public Data {
   void GetUndoData(int nID, std::vector<int>& out) const override;
   void GetUndoData(int nID, std::vector<bool>& out) const override;
 
-  // Remove nID from one value kind of this record only.
-  void DeleteDataBool(int nID);
-  void DeleteDataInt(int nID);
-  void DeleteDataDouble(int nID);
-  void DeleteDataMoney(int nID);
-  void DeleteDataDateTime(int nID);
-  void DeleteDataString(int nID);
-
  protected:
   DataRecord();
   // Takes the ID and the values of other, and its undo history when
@@ -95,6 +87,16 @@ class VAXO057_API DataRecord : public Data {
   // the archive forms of both records begin; returns the version.
   WORD SerializeVersionAndID(CArchive& ar, WORD nCurrentVersion);
   void SerializeValues(CArchive& ar) { m_values.Serialize(ar); }
+
+  // Remove nID from one value kind of this record only. Protected so that
+  // deleting from an item through this base cannot skip the item's
+  // sub-items; each record publishes its own.
+  void DeleteDataBool(int nID);
+  void DeleteDataInt(int nID);
+  void DeleteDataDouble(int nID);
+  void DeleteDataMoney(int nID);
+  void DeleteDataDateTime(int nID);
+  void DeleteDataString(int nID);
 
   // Published by DataItem only.
   void ClearUndoData();

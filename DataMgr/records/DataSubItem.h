@@ -26,10 +26,19 @@ class VAXO057_API DataSubItem final : public DataRecord {
   DataSubItem& operator=(DataSubItem&& other);
   ~DataSubItem();
 
+  // Remove nID from one value kind of this sub-item.
+  using DataRecord::DeleteDataBool;
+  using DataRecord::DeleteDataDateTime;
+  using DataRecord::DeleteDataDouble;
+  using DataRecord::DeleteDataInt;
+  using DataRecord::DeleteDataMoney;
+  using DataRecord::DeleteDataString;
+
   void SetParentID(int nParentID) { m_nParentID = nParentID; }
   int GetParentID() const { return m_nParentID; }
 
-  // Equal values (and flagged texts); IDs and undo histories do not count.
+  // Equal values (and flagged texts); IDs, parent IDs and undo histories do
+  // not count.
   bool operator==(const DataSubItem& other) const { return HasSameValues(other); }
 
   // See the layout above the definition; version 2 is current.

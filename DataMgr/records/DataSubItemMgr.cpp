@@ -40,19 +40,19 @@ void DataSubItemMgr::SetAllParentID(int nParentID) {
   ForEach([nParentID](DataSubItem& subItem) { subItem.SetParentID(nParentID); });
 }
 
-void DataSubItemMgr::DeleteFromEach(void (DataRecord::*pDelete)(int), int nColumnID) {
+void DataSubItemMgr::DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID) {
   ForEach([pDelete, nColumnID](DataSubItem& subItem) { (subItem.*pDelete)(nColumnID); });
 }
 
-void DataSubItemMgr::DeleteData(int nColumnID) { DeleteFromEach(&DataRecord::DeleteData, nColumnID); }
-void DataSubItemMgr::DeleteDataBool(int nColumnID) { DeleteFromEach(&DataRecord::DeleteDataBool, nColumnID); }
-void DataSubItemMgr::DeleteDataInt(int nColumnID) { DeleteFromEach(&DataRecord::DeleteDataInt, nColumnID); }
-void DataSubItemMgr::DeleteDataDouble(int nColumnID) { DeleteFromEach(&DataRecord::DeleteDataDouble, nColumnID); }
-void DataSubItemMgr::DeleteDataMoney(int nColumnID) { DeleteFromEach(&DataRecord::DeleteDataMoney, nColumnID); }
+void DataSubItemMgr::DeleteData(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteData, nColumnID); }
+void DataSubItemMgr::DeleteDataBool(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteDataBool, nColumnID); }
+void DataSubItemMgr::DeleteDataInt(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteDataInt, nColumnID); }
+void DataSubItemMgr::DeleteDataDouble(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteDataDouble, nColumnID); }
+void DataSubItemMgr::DeleteDataMoney(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteDataMoney, nColumnID); }
 void DataSubItemMgr::DeleteDataDateTime(int nColumnID) {
-  DeleteFromEach(&DataRecord::DeleteDataDateTime, nColumnID);
+  DeleteFromEach(&DataSubItem::DeleteDataDateTime, nColumnID);
 }
-void DataSubItemMgr::DeleteDataString(int nColumnID) { DeleteFromEach(&DataRecord::DeleteDataString, nColumnID); }
+void DataSubItemMgr::DeleteDataString(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteDataString, nColumnID); }
 
 void DataSubItemMgr::Swap(size_t nA, size_t nB) {
   if (GetCount() < 2) return;

@@ -74,7 +74,7 @@ class VAXO057_API DataSubItemMgr : public RecordList<DataSubItem> {
 
  private:
   // Calls (subItem.*pDelete)(nColumnID) on every sub-item.
-  void DeleteFromEach(void (DataRecord::*pDelete)(int), int nColumnID);
+  void DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID);
 
   bool m_bSort = true;
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "tests/DataMgr/records/RecordFixtures.h"
@@ -85,6 +87,29 @@ TEST(DataItemTest, OnlyAnUndoableChangeStampsTheTime) {
   EXPECT_FALSE(LastModified(item) < before);
 }
 
+TEST(DataItemTest, EveryKindStampsTheTimeOnAnUndoableChangeOnly) {
+  // Each sets column 2 to the n-th value of one kind (n = 1, 2 differ from
+  // each other and from the kind's absent value).
+  const std::vector<std::function<bool(Data&, int, bool)>> setters = {
+      [](Data& r, int n, bool b) { return r.SetData(2, n == 1, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, n, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, n * 0.5, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, Money(n), b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, DateTime::FromJulian(OLD_DAY + n, 0), b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, CString(n == 1 ? "one" : "two"), b); },
+  };
+  for (size_t i = 0; i < setters.size(); ++i) {
+    SCOPED_TRACE(i);
+    DataItem item;
+    LoadItem(item, 1, 5, {});
+    EXPECT_TRUE(setters[i](item, 1, false));
+    EXPECT_EQ(LastModified(item), OLD_TIME);
+    const DateTime before = Now();
+    EXPECT_TRUE(setters[i](item, 2, true));
+    EXPECT_FALSE(LastModified(item) < before);
+  }
+}
+
 TEST(DataItemTest, ConstructedCopiesTakeEverything) {
   DataItem source;
   LoadItem(source, 4, 0, {0, 1});
@@ -165,6 +190,41 @@ TEST(DataItemTest, DeletingAColumnReachesTheSubItems) {
   record.DeleteData(2);
   EXPECT_FALSE(item.HaveDataProp(2));
   EXPECT_FALSE(pSubItem->HaveDataProp(2));
+}
+
+TEST(DataItemTest, DeletingOneKindReachesThatKindOfTheSubItems) {
+  using DeleteKind = void (DataItem::*)(int);
+  using HaveKind = bool (Data::*)(int) const;
+  const std::vector<std::pair<DeleteKind, HaveKind>> kinds = {
+      {&DataItem::DeleteDataBool, &Data::HaveDataPropBool},
+      {&DataItem::DeleteDataInt, &Data::HaveDataPropInt},
+      {&DataItem::DeleteDataDouble, &Data::HaveDataPropDouble},
+      {&DataItem::DeleteDataMoney, &Data::HaveDataPropMoney},
+      {&DataItem::DeleteDataDateTime, &Data::HaveDataPropDateTime},
+      {&DataItem::DeleteDataString, &Data::HaveDataPropString},
+  };
+  // Column 2 held in every kind, which the store allows.
+  const auto fillEveryKind = [](Data& record) {
+    record.RegisterDataProp(2, true);
+    record.RegisterDataProp(2, 1);
+    record.RegisterDataProp(2, 0.5);
+    record.RegisterDataProp(2, Money(1));
+    record.RegisterDataProp(2, DateTime::FromJulian(OLD_DAY, 0));
+    record.RegisterDataProp(2, CString("t"), false);
+  };
+  for (size_t i = 0; i < kinds.size(); ++i) {
+    SCOPED_TRACE(i);
+    DataItem item;
+    LoadItem(item, 1, 5, {0});
+    const Data& subItem = *item.GetSubItemsMgr().GetAt(0);
+    fillEveryKind(item);
+    fillEveryKind(*item.GetSubItemsMgr().GetAt(0));
+    (item.*kinds[i].first)(2);
+    for (size_t k = 0; k < kinds.size(); ++k) {
+      EXPECT_EQ((item.*kinds[k].second)(2), k != i) << k;
+      EXPECT_EQ((subItem.*kinds[k].second)(2), k != i) << k;
+    }
+  }
 }
 
 TEST(DataItemTest, ChangingColumnIDsTouchesTheItemOnly) {
