@@ -255,6 +255,8 @@ void DataProp::RaiseNextListItemID(int nID) {
   if (nID >= m_nNextListItemID) m_nNextListItemID = NextIDMgr::IDAfter(nID);
 }
 
+// Entering the entry replaces whatever the index held under its ID, so that
+// an entry created with the ID of another one is the one found by that ID.
 void DataProp::AdjustListItemID(ListItem* pItem, int nID, bool bEnterInMap) {
   if (nID == -1) {
     pItem->SetID(m_nNextListItemID);
@@ -262,7 +264,7 @@ void DataProp::AdjustListItemID(ListItem* pItem, int nID, bool bEnterInMap) {
   } else {
     pItem->SetID(nID);
   }
-  if (bEnterInMap) m_mapListItemsByID.emplace(pItem->GetID(), pItem);
+  if (bEnterInMap) m_mapListItemsByID[pItem->GetID()] = pItem;
   if (nID >= 0) RaiseNextListItemID(nID);
 }
 
