@@ -97,6 +97,16 @@ TEST_F(DataPropMgrTest, UserIDsAreNeverReused) {
   EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 5000);
 }
 
+// Only loading raises the counter past a kept ID; adding does not.
+TEST_F(DataPropMgrTest, AKeptUserIDLeavesTheCounterAlone) {
+  DataPropMgr mgr;
+  mgr.AddUser(Column(6000), false);
+  mgr.AddUser(Column(-1), true);
+  EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 6000);
+  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 5000);
+  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{6000, 5000}));
+}
+
 TEST_F(DataPropMgrTest, LookupByIDAndName) {
   DataPropMgr mgr;
   mgr.AddApp(Column(2, "Title"), false);
