@@ -44,8 +44,8 @@ class VAXO057_API DataPropMgr {
   // there, so a caller that keeps IDs keeps them apart itself.
   void AddUser(DataProp* p, bool bAssignID);
   // Empties slot i (adding slots up to it); the column that was there is
-  // neither deleted nor removed from the display order. Indexes of no
-  // application ID are ignored.
+  // neither deleted nor removed from the display order. Slots are not added
+  // beyond the application IDs.
   void ClearAppSlot(size_t i);
   // Drops the empty slots at the end.
   void ClearoutUnusedAppDataPropSlots();
