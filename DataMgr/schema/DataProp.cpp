@@ -255,6 +255,8 @@ void DataProp::RaiseNextListItemID(int nID) {
   if (nID >= m_nNextListItemID) m_nNextListItemID = NextIDMgr::IDAfter(nID);
 }
 
+// Entering the entry replaces whatever the index held under its ID, so that
+// an entry created with the ID of another one is the one found by that ID.
 void DataProp::AdjustListItemID(ListItem* pItem, int nID, bool bEnterInMap) {
   if (nID == -1) {
     pItem->SetID(m_nNextListItemID);
@@ -262,7 +264,7 @@ void DataProp::AdjustListItemID(ListItem* pItem, int nID, bool bEnterInMap) {
   } else {
     pItem->SetID(nID);
   }
-  if (bEnterInMap) m_mapListItemsByID.emplace(pItem->GetID(), pItem);
+  if (bEnterInMap) m_mapListItemsByID[pItem->GetID()] = pItem;
   if (nID >= 0) RaiseNextListItemID(nID);
 }
 
@@ -657,24 +659,24 @@ void DataProp::StoreEntries(CArchive& ar) {
   }
 }
 
-// Loading replaces the entries and the address book.
+// Loading replaces the entries and the address book, also for a type that
+// stores neither.
 void DataProp::LoadEntries(CArchive& ar, WORD nVersion) {
-  if (nVersion >= 14 && !DataType::IsListType(m_nDataType)) return;
   ClearListItems();
+  if (IsAddressBookType(m_nDataType) && nVersion >= 6) {
+    m_addressBook.Serialize(ar);
+    return;
+  }
+  m_addressBook.DeleteAll(true);
   if (IsEntryListType(m_nDataType)) {
-    m_addressBook.DeleteAll(true);
     const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, nVersion < 14);
     SerializeData::CheckLoopCounter(ar, nCount, MIN_LISTITEM_BYTES);
     for (size_t i = 0; i < nCount; ++i) DeserializeListItem(ar);
-  } else if (IsAddressBookType(m_nDataType) && nVersion >= 6) {
-    m_addressBook.Serialize(ar);
   } else if (IsAddressBookType(m_nDataType)) {
-    m_addressBook.DeleteAll(true);
     const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, true);
     SerializeData::CheckLoopCounter(ar, nCount, MIN_OLD_ADDRESS_BYTES);
     for (size_t i = 0; i < nCount; ++i) ReadListItemAddress(ar);
-  } else {
-    m_addressBook.DeleteAll(true);
+  } else if (nVersion < 14) {
     int nUnused = 0;
     ar >> nUnused;
   }

@@ -65,10 +65,14 @@ void DataPropMgr::AddUser(DataProp* p, bool bAssignID) {
   m_vecDisplayOrder.push_back(p->GetID());
 }
 
+// A slot that exists is always emptied (a loaded registry may hold more
+// slots than there are application IDs); only growing stops at the limit.
 void DataPropMgr::ClearAppSlot(size_t i) {
-  if (i >= APP_SLOT_LIMIT) return;
-  if (m_vecAppDataProps.size() <= i) m_vecAppDataProps.resize(i + 1, nullptr);
-  m_vecAppDataProps[i] = nullptr;
+  if (i < m_vecAppDataProps.size()) {
+    m_vecAppDataProps[i] = nullptr;
+  } else if (i < APP_SLOT_LIMIT) {
+    m_vecAppDataProps.resize(i + 1, nullptr);
+  }
 }
 
 void DataPropMgr::ClearoutUnusedAppDataPropSlots() {

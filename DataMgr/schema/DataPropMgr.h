@@ -12,8 +12,9 @@
 // The columns of one document and the order they are displayed in.
 // Application columns (IDs 0 to DataProp::DEFAULT_USER_ID - 1) sit in slots
 // indexed by their ID, a slot may be empty; user columns (IDs from
-// DEFAULT_USER_ID up, never reused while the registry lives) sit in a list
-// in creation order and are found by linear search.
+// DEFAULT_USER_ID up) sit in a list in creation order and are found by
+// linear search. The user IDs the registry hands out are never handed out
+// again while it lives: the counter only grows.
 //
 // The registry owns every column added to it and deletes it in the Delete
 // functions, DeleteAll and its destructor; ClearAppSlot and AddApp over an
@@ -38,10 +39,13 @@ class VAXO057_API DataPropMgr {
   bool AddApp(DataProp* p, bool bAssignID);
   // Takes p over (null is ignored) at the end of the user columns, with the
   // next user ID when bAssignID, and appends its ID to the display order.
+  // Without bAssignID p keeps its ID and the counter does not move: a kept ID
+  // above the counter (say 6000) is handed out again once the counter gets
+  // there, so a caller that keeps IDs keeps them apart itself.
   void AddUser(DataProp* p, bool bAssignID);
   // Empties slot i (adding slots up to it); the column that was there is
-  // neither deleted nor removed from the display order. Indexes of no
-  // application ID are ignored.
+  // neither deleted nor removed from the display order. Slots are not added
+  // beyond the application IDs.
   void ClearAppSlot(size_t i);
   // Drops the empty slots at the end.
   void ClearoutUnusedAppDataPropSlots();

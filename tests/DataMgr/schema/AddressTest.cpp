@@ -65,6 +65,8 @@ TEST_F(AddressTest, FieldTextsFollowTheBusinessFlag) {
 }
 
 TEST_F(AddressTest, FieldFromTextKnowsBothPhoneNamesAndFallsBackToName) {
+  EXPECT_EQ(Address::GetFieldFromText("Phone #1"), Address::Phone1);
+  EXPECT_EQ(Address::GetFieldFromText("Home Phone"), Address::Phone1);
   EXPECT_EQ(Address::GetFieldFromText("Phone #2"), Address::Phone2);
   EXPECT_EQ(Address::GetFieldFromText("Work Phone"), Address::Phone2);
   EXPECT_EQ(Address::GetFieldFromText("Cell Phone"), Address::Phone3);

@@ -80,6 +80,16 @@ TEST_F(DataPropListTest, CreatedEntriesAreNumberedInOrder) {
   EXPECT_EQ(column.GetListItemAt(5), nullptr);
 }
 
+TEST_F(DataPropListTest, AnEntryCreatedUnderATakenIDIsTheOneFoundByIt) {
+  DataProp column = Column(DataType::ValueListSelect);
+  ListItem* first = Add(column, 4, "first");
+  ListItem* second = Add(column, 4, "second");
+  EXPECT_EQ(column.GetListItemByID(4), second);
+  EXPECT_TRUE(column.DeleteListItem(first));
+  EXPECT_EQ(column.GetListItemByID(4), second);
+  EXPECT_EQ(column.GetListItemsCount(), 1u);
+}
+
 TEST_F(DataPropListTest, DeleteOnlyTheColumnsOwnEntries) {
   DataProp a = Column(DataType::ValueListSelect);
   DataProp b = Column(DataType::ValueListSelect);

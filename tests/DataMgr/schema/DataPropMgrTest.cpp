@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
 
 #include "tests/DataMgr/schema/SchemaArchiveWriter.h"
@@ -97,6 +98,16 @@ TEST_F(DataPropMgrTest, UserIDsAreNeverReused) {
   EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 5000);
 }
 
+// Only loading raises the counter past a kept ID; adding does not.
+TEST_F(DataPropMgrTest, AKeptUserIDLeavesTheCounterAlone) {
+  DataPropMgr mgr;
+  mgr.AddUser(Column(6000), false);
+  mgr.AddUser(Column(-1), true);
+  EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 6000);
+  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 5000);
+  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{6000, 5000}));
+}
+
 TEST_F(DataPropMgrTest, LookupByIDAndName) {
   DataPropMgr mgr;
   mgr.AddApp(Column(2, "Title"), false);
@@ -157,6 +168,23 @@ TEST_F(DataPropMgrTest, ClearAppSlotLetsGoWithoutDeleting) {
   mgr.AddApp(Column(2), false);
   mgr.ClearoutUnusedAppDataPropSlots();
   EXPECT_EQ(mgr.GetAppCount(), 3u);
+}
+
+// A loaded registry may hold a slot past the application IDs; the caller
+// that takes its column over must be able to empty it.
+TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
+  ByteWriter w;
+  w.Word(4).Int(0).Counter(5001, false);
+  for (int i = 0; i < 5000; ++i) w.Int(0);
+  w.Int(1).Raw(ColumnRecord(5000, "late")).Counter(0, false).Counter(0, false);
+  DataPropMgr mgr;
+  EXPECT_EQ(Load(w.Get(), [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+  std::unique_ptr<DataProp> taken(mgr.GetAppAt(5000));
+  ASSERT_NE(taken, nullptr);
+  mgr.ClearAppSlot(5000);
+  EXPECT_EQ(mgr.GetAppAt(5000), nullptr);
+  mgr.ClearAppSlot(6000);
+  EXPECT_EQ(mgr.GetAppCount(), 5001u);
 }
 
 TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {

@@ -331,3 +331,26 @@ TEST_F(DataPropTest, SyncAddressesWalksTheOwnBookBackwards) {
   EXPECT_FALSE(bAdded);
   EXPECT_EQ(column.GetAddressBook().GetCount(), 4u);
 }
+
+// Addresses without an ID are never matched: the own one is deleted and
+// other's is added as a copy, its ID kept.
+TEST_F(DataPropTest, SyncAddressesMatchesOnlyValidIDs) {
+  DataProp column = AddressColumn();
+  EXPECT_EQ(AddNamed(column, "own", -2)->GetID(), -1);
+  AddressBook other;
+  auto* address = new Address;
+  address->SetData(Address::Name, "theirs");
+  other.Add(address, false);
+
+  std::vector<int> changed;
+  std::vector<int> deleted;
+  bool bAdded = false;
+  column.SyncAddresses(other, changed, deleted, bAdded);
+  EXPECT_TRUE(changed.empty());
+  EXPECT_EQ(deleted, (std::vector<int>{-1}));
+  EXPECT_TRUE(bAdded);
+  ASSERT_EQ(column.GetAddressBook().GetCount(), 1u);
+  EXPECT_EQ(column.GetAddressBook().GetAt(0)->GetData(Address::Name), "theirs");
+  EXPECT_EQ(column.GetAddressBook().GetAt(0)->GetID(), -1);
+  EXPECT_EQ(AddNamed(column, "next", -1)->GetID(), 0);
+}

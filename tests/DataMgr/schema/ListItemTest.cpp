@@ -67,6 +67,32 @@ TEST_F(ListItemTest, TextsCompareIgnoringCaseButACaseChangeIsAChange) {
   EXPECT_TRUE(upper < b);
 }
 
+// Each class compares by its own key: the base by ID, numbers by value.
+TEST_F(ListItemTest, NumbersCompareByValueAndTheBaseByID) {
+  ListItemNumber n3;
+  ListItemNumber n5;
+  n3.SetNumber(3);
+  n3.SetID(9);
+  n5.SetNumber(5);
+  n5.SetID(1);
+  EXPECT_TRUE(n3 < n5);
+  EXPECT_FALSE(n3 == n5);
+  const ListItem& base3 = n3;
+  const ListItem& base5 = n5;
+  EXPECT_TRUE(base5 < base3);
+  n5.SetID(9);
+  EXPECT_TRUE(base3 == base5);
+
+  ListItemDouble a;
+  ListItemDouble b;
+  a.SetNumber(0.1 + 0.2);
+  b.SetNumber(0.3);
+  EXPECT_FALSE(a == b);
+  EXPECT_TRUE(b < a);
+  b.SetNumber(0.1 + 0.2);
+  EXPECT_TRUE(a == b);
+}
+
 TEST_F(ListItemTest, DescriptionTakesNoPartInEqualityOrText) {
   ListItemTextDesc a;
   ListItemTextDesc b;
