@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "DataMgr/schema/Address.h"
 #include "DataMgr/types/ValueKinds.h"
 #include "utility/Crypto.h"
 #include "utility/SerializeData.h"
@@ -104,39 +105,11 @@ void SerializeItself(CArchive& ar, int, T& value) {
   value.Serialize(ar);
 }
 
-// Reads one address in the archive form of any of its versions 1 to 7 and
-// drops it; version 0 and versions above 7 hold nothing after the version
-// word. Records of version-1 stores once kept addresses of their own.
+// Reads one address in its own archive form and drops it. Records of
+// version-1 stores once kept addresses of their own.
 void SkipAddress(CArchive& ar) {
-  WORD nVersion = 0;
-  ar >> nVersion;
-  int nNumber = 0;
-  bool bFlag = false;
-  CString text;
-  std::vector<CString> fields;
-  switch (nVersion) {
-    case 1:  // ten enciphered texts, the ID
-      for (int i = 0; i < 10; ++i) Crypto::DeserializeEncrypted(ar, text);
-      ar >> nNumber;
-      break;
-    case 2:  // ID, business flag, texts (old counter); 5 adds the usage count
-    case 3:
-    case 4:
-    case 5:
-      ar >> nNumber;
-      SerializeData::Serialize(ar, bFlag);
-      SerializeData::Serialize(ar, fields, true);
-      if (nVersion == 5) ar >> nNumber;
-      break;
-    case 6:  // business flag, ID, usage count, enciphered texts (old counter in 6)
-    case 7:
-      SerializeData::Serialize(ar, bFlag);
-      ar >> nNumber >> nNumber;
-      SerializeData::SerializeEncrypted(ar, fields, nVersion == 6);
-      break;
-    default:
-      break;
-  }
+  Address scratch;
+  scratch.Serialize(ar);
 }
 
 // A 32-bit count of entries, each an int ID and what skipEntry reads.
