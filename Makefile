@@ -3,16 +3,23 @@
 
 BUILD_DIR ?= build
 SANITIZE_DIR ?= build-sanitize
+FUZZ_DIR ?= build-fuzz
+FUZZ_SECONDS ?= 30
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
 CMAKE_FLAGS = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVAXO057_WARNINGS_AS_ERRORS=ON
 SANITIZE_FLAGS = -DCMAKE_BUILD_TYPE=Debug -DVAXO057_WARNINGS_AS_ERRORS=ON -DVAXO057_SANITIZE=ON \
                  -DVAXO057_BUILD_BENCHMARKS=OFF -DVAXO057_BUILD_TOOLS=OFF
 
+FUZZ_FLAGS = -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVAXO057_WARNINGS_AS_ERRORS=ON \
+             -DVAXO057_BUILD_FUZZERS=ON -DVAXO057_BUILD_TESTS=OFF -DVAXO057_BUILD_BENCHMARKS=OFF \
+             -DVAXO057_BUILD_TOOLS=OFF
+FUZZ_RUN_FLAGS = -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -malloc_limit_mb=512 -timeout=10
+
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=1:strict_string_checks=1
 export UBSAN_OPTIONS ?= halt_on_error=1:print_stacktrace=1
 
-.PHONY: all build test test-sanitize run bench clean
+.PHONY: all build test test-sanitize fuzz run bench clean
 
 all: build
 
@@ -28,6 +35,17 @@ test-sanitize:
 	cmake --build $(SANITIZE_DIR) -j $(JOBS)
 	ctest --test-dir $(SANITIZE_DIR) --output-on-failure -j $(JOBS)
 
+# Builds the fuzzers with clang, writes their seed corpus and runs each for
+# FUZZ_SECONDS; a finding stops the run and leaves its input in
+# $(FUZZ_DIR)/artifacts.
+fuzz:
+	cmake -S . -B $(FUZZ_DIR) $(FUZZ_FLAGS)
+	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	$(FUZZ_DIR)/fuzz/vaxo057-fuzz-seeds $(FUZZ_DIR)/corpus
+	mkdir -p $(FUZZ_DIR)/artifacts
+	@for f in $(FUZZ_DIR)/fuzz/*_fuzzer; do n=$$(basename $$f); echo "== $$n"; \
+	  $$f $(FUZZ_RUN_FLAGS) -artifact_prefix=$(FUZZ_DIR)/artifacts/$$n- $(FUZZ_DIR)/corpus/$$n || exit 1; done
+
 run: build
 	$(BUILD_DIR)/tools/vaxo057-example
 
@@ -35,4 +53,4 @@ bench: build
 	@for b in $(BUILD_DIR)/bench/*_bench; do echo "== $$b"; $$b; done
 
 clean:
-	rm -rf $(BUILD_DIR) $(SANITIZE_DIR)
+	rm -rf $(BUILD_DIR) $(SANITIZE_DIR) $(FUZZ_DIR)

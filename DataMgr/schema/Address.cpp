@@ -123,7 +123,8 @@ Address::Field Address::GetFieldFromText(const CString& text) {
 //   6: IsBusiness, ID, usage count, enciphered text vector (old format).
 //   7: the enciphered text vector in the new format.
 // Version 0 and versions above 7 hold nothing this code can read: the
-// address is left as it is. A loaded address always has the 18 fields.
+// address is left as it is. An address always has the 18 fields, even after
+// a load that failed half-way.
 void Address::Serialize(CArchive& ar) {
   if (ar.IsStoring()) {
     ar << ADDRESS_VERSION;
@@ -136,24 +137,33 @@ void Address::Serialize(CArchive& ar) {
   WORD nVersion = 0;
   ar >> nVersion;
   LoadFields(ar, nVersion);
-  if (m_vecData.size() < static_cast<size_t>(FIELD_COUNT)) m_vecData.resize(FIELD_COUNT);
 }
 
+// A field vector is read aside and taken over only once complete, so that a
+// load that fails half-way leaves all the fields in place.
 void Address::LoadFields(CArchive& ar, WORD nVersion) {
+  std::vector<CString> fields;
   if (nVersion == 1) {
     for (Field nField : VERSION1_FIELDS) Crypto::DeserializeEncrypted(ar, m_vecData[nField]);
     ar >> m_nID;
   } else if (nVersion >= 2 && nVersion <= 5) {
     ar >> m_nID;
     SerializeData::Serialize(ar, m_bIsBusiness);
-    SerializeData::Serialize(ar, m_vecData, true);
-    if (nVersion == 2) m_vecData.resize(m_vecData.size() + 3);
-    if (nVersion == 3) m_vecData.resize(m_vecData.size() + 1);
+    SerializeData::Serialize(ar, fields, true);
+    if (nVersion == 2) fields.resize(fields.size() + 3);
+    if (nVersion == 3) fields.resize(fields.size() + 1);
+    TakeFields(fields);
     if (nVersion >= 5) ar >> m_nUsageCount;
   } else if (nVersion >= 6 && nVersion <= ADDRESS_VERSION) {
     SerializeData::Serialize(ar, m_bIsBusiness);
     ar >> m_nID;
     ar >> m_nUsageCount;
-    SerializeData::SerializeEncrypted(ar, m_vecData, nVersion < 7);
+    SerializeData::SerializeEncrypted(ar, fields, nVersion < 7);
+    TakeFields(fields);
   }
+}
+
+void Address::TakeFields(std::vector<CString>& fields) {
+  if (fields.size() < static_cast<size_t>(FIELD_COUNT)) fields.resize(FIELD_COUNT);
+  m_vecData.swap(fields);
 }

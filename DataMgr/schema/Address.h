@@ -86,6 +86,8 @@ class VAXO057_API Address {
 
   static bool IsField(Field nField) { return nField >= 0 && nField < FIELD_COUNT; }
   void LoadFields(CArchive& ar, WORD nVersion);
+  // Pads fields to every field and makes them the address's fields.
+  void TakeFields(std::vector<CString>& fields);
 
   bool m_bIsBusiness = true;
   int m_nID = -1;

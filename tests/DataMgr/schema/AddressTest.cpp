@@ -240,3 +240,27 @@ TEST_F(AddressTest, CutRecordsThrowEndOfFile) {
     });
   }
 }
+
+// A load that fails inside the field texts keeps the fields the address
+// had, all of them: it still stores every field and reads any field.
+TEST_F(AddressTest, LoadFailingInsideTheFieldsKeepsEveryField) {
+  for (unsigned nVersion : {4u, 7u}) {
+    ByteWriter cut;
+    if (nVersion == 4) {
+      cut.Word(4).Int(3).Bool(false).Counter(18, true).Text("Ann");
+    } else {
+      cut.Word(7).Bool(false).Int(3).Int(1).Counter(18, false).Text(Enciphered("Ann"));
+    }
+    Address address;
+    address.SetData(Address::City, "Oslo");
+    EXPECT_THROW(Load(cut.Get(), [&](CArchive& ar) { address.Serialize(ar); }), CArchiveException);
+    std::vector<std::string> fields(18);
+    fields[Address::City] = "Oslo";
+    fields[Address::Country] = "United States";
+    const Bytes stored = test_support::Store([&](CArchive& ar) { address.Serialize(ar); });
+    EXPECT_EQ(test_support::ToHex(stored),
+              test_support::ToHex(AddressRecord(7, false, 3, nVersion == 7 ? 1 : 0, fields)))
+        << "version " << nVersion;
+    EXPECT_EQ(address.GetData(Address::SpecialDate), "");
+  }
+}

@@ -1,0 +1,206 @@
+// Writes the seed corpus of every fuzz target: a few valid archives stored
+// by the library itself, so that the fuzzers start from real layouts. Run as
+//   vaxo057-fuzz-seeds <corpus folder>
+// it writes <corpus folder>/<target>/seed-<n> for each target, creating the
+// folders it needs and overwriting earlier seeds.
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "DataMgr/records/DataItemMgr.h"
+#include "DataMgr/records/DataSubItem.h"
+#include "DataMgr/records/DataSubItemMgr.h"
+#include "DataMgr/schema/Address.h"
+#include "DataMgr/schema/AddressBook.h"
+#include "DataMgr/schema/DataProp.h"
+#include "DataMgr/schema/DataPropMgr.h"
+#include "DataMgr/schema/ListItemDouble.h"
+#include "DataMgr/schema/ListItemNumber.h"
+#include "DataMgr/schema/ListItemTextDesc.h"
+#include "fuzz/FuzzLoad.h"
+
+namespace {
+
+using fuzz::Bytes;
+using fuzz::StoreBytes;
+
+void FillValues(DataRecord& record, int nSeed) {
+  record.SetData(1, CString("plain text"), false);
+  record.RegisterDataProp(2, CString("flagged text"), true);
+  record.SetData(3, nSeed, false);
+  record.SetData(4, true, false);
+  record.SetData(5, 2.5 * nSeed, false);
+  record.SetData(6, Money(1234 * nSeed), false);
+  record.SetData(7, DateTime(2024, 2, 29, 13, 45, 10), false);
+}
+
+void FillSubItems(DataSubItemMgr& subItems, int nParentID) {
+  for (int i = 0; i < 2; ++i) {
+    DataSubItem* pSubItem = subItems.Create(nullptr, true, true);
+    pSubItem->SetParentID(nParentID);
+    FillValues(*pSubItem, i + 1);
+  }
+  subItems.SetSort(true);
+}
+
+Address* MakeAddress(int nSeed) {
+  Address* pAddress = new Address;
+  pAddress->SetData(Address::Name, CString("Name ") + CString(std::to_string(nSeed)));
+  pAddress->SetData(Address::City, CString("City"));
+  pAddress->SetData(Address::SpecialDate, CString("2024-01-02"));
+  pAddress->SetUsageCount(nSeed);
+  return pAddress;
+}
+
+void FillEntries(DataProp& prop) {
+  for (int i = 0; i < 3; ++i) {
+    ListItem* pEntry = prop.CreateListItem(true, -1);
+    pEntry->SetTextRepresentation(CString(std::to_string(i + 1)));
+    pEntry->RegisterUsage();
+  }
+}
+
+// Columns of the three entry layouts: none, list entries, address book.
+std::vector<Bytes> ColumnSeeds() {
+  std::vector<Bytes> seeds;
+  for (DataType::Type nType : {DataType::Text, DataType::NumberListSelect, DataType::DecimalListSuggested,
+                               DataType::DescValueListSelect, DataType::AddressBookSuggested}) {
+    DataProp prop;
+    prop.SetID(5000 + nType);
+    prop.SetDataType(nType);
+    prop.SetName(CString("Column"));
+    prop.SetPrefix(CString("<"));
+    if (nType == DataType::AddressBookSuggested) {
+      prop.GetAddressBook().Add(MakeAddress(1), true);
+      prop.GetAddressBook().Add(MakeAddress(2), true);
+    } else if (nType != DataType::Text) {
+      FillEntries(prop);
+    }
+    seeds.push_back(StoreBytes(prop));
+  }
+  return seeds;
+}
+
+std::vector<Bytes> ValueStoreSeeds() {
+  DataSubItem empty;
+  DataSubItem full;
+  full.SetID(7);
+  full.SetParentID(3);
+  FillValues(full, 1);
+  return {StoreBytes(empty), StoreBytes(full)};
+}
+
+std::vector<Bytes> DataItemSeeds() {
+  DataItemMgr items;
+  DataItem* pItem = items.Create(nullptr, true, true);
+  FillValues(*pItem, 1);
+  FillSubItems(pItem->GetSubItemsMgr(), pItem->GetID());
+  return {StoreBytes(*pItem)};
+}
+
+std::vector<Bytes> DataItemMgrSeeds() {
+  DataItemMgr items;
+  const Bytes empty = StoreBytes(items);
+  for (int i = 0; i < 3; ++i) {
+    DataItem* pItem = items.Create(nullptr, true, true);
+    FillValues(*pItem, i);
+    if (i == 1) FillSubItems(pItem->GetSubItemsMgr(), pItem->GetID());
+  }
+  return {empty, StoreBytes(items)};
+}
+
+std::vector<Bytes> DataSubItemMgrSeeds() {
+  DataSubItemMgr subItems;
+  FillSubItems(subItems, 4);
+  return {StoreBytes(subItems)};
+}
+
+std::vector<Bytes> AddressSeeds() {
+  Address empty;
+  Address* pAddress = MakeAddress(3);
+  const Bytes full = StoreBytes(*pAddress);
+  delete pAddress;
+  return {StoreBytes(empty), full};
+}
+
+std::vector<Bytes> AddressBookSeeds() {
+  AddressBook book;
+  for (int i = 0; i < 3; ++i) book.Add(MakeAddress(i), true);
+  return {StoreBytes(book)};
+}
+
+Bytes Selected(BYTE nClass, const Bytes& archive) {
+  Bytes bytes{nClass};
+  bytes.insert(bytes.end(), archive.begin(), archive.end());
+  return bytes;
+}
+
+std::vector<Bytes> ListItemSeeds() {
+  ListItemNumber number;
+  number.SetID(4);
+  number.SetNumber(-17);
+  ListItemDouble decimal;
+  decimal.SetNumber(3.25);
+  ListItemText text;
+  text.SetTextRepresentation(CString("value"));
+  ListItemTextDesc desc;
+  desc.SetTextRepresentation(CString("key"));
+  desc.SetDesc(CString("description"));
+  return {Selected(0, StoreBytes(number)), Selected(1, StoreBytes(decimal)), Selected(2, StoreBytes(text)),
+          Selected(3, StoreBytes(desc))};
+}
+
+std::vector<Bytes> DataPropMgrSeeds() {
+  DataPropMgr registry;
+  registry.SetID(9);
+  for (DataType::Type nType : {DataType::Text, DataType::ValueListSelect}) {
+    DataProp* pProp = new DataProp;
+    pProp->SetDataType(nType);
+    if (nType == DataType::ValueListSelect) FillEntries(*pProp);
+    registry.AddApp(pProp, true);
+  }
+  registry.ClearAppSlot(3);
+  DataProp* pUser = new DataProp;
+  pUser->SetDataType(DataType::AddressBookSelect);
+  pUser->GetAddressBook().Add(MakeAddress(5), true);
+  registry.AddUser(pUser, true);
+  return {StoreBytes(registry)};
+}
+
+bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
+  const std::filesystem::path folder = root / pszTarget;
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  for (size_t i = 0; i < seeds.size(); ++i) {
+    std::ofstream out(folder / ("seed-" + std::to_string(i)), std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(seeds[i].data()), static_cast<std::streamsize>(seeds[i].size()));
+    if (!out) {
+      std::fprintf(stderr, "cannot write the seeds of %s\n", pszTarget);
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: %s <corpus folder>\n", argv[0]);
+    return 2;
+  }
+  const std::filesystem::path root(argv[1]);
+  const bool bWritten = WriteSeeds(root, "valuestore_fuzzer", ValueStoreSeeds()) &&
+                        WriteSeeds(root, "dataitem_fuzzer", DataItemSeeds()) &&
+                        WriteSeeds(root, "dataitemmgr_fuzzer", DataItemMgrSeeds()) &&
+                        WriteSeeds(root, "datasubitemmgr_fuzzer", DataSubItemMgrSeeds()) &&
+                        WriteSeeds(root, "address_fuzzer", AddressSeeds()) &&
+                        WriteSeeds(root, "addressbook_fuzzer", AddressBookSeeds()) &&
+                        WriteSeeds(root, "listitem_fuzzer", ListItemSeeds()) &&
+                        WriteSeeds(root, "dataprop_fuzzer", ColumnSeeds()) &&
+                        WriteSeeds(root, "datapropmgr_fuzzer", DataPropMgrSeeds());
+  return bWritten ? 0 : 1;
+}
