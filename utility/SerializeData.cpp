@@ -6,12 +6,11 @@
 
 namespace {
 
-// The smallest archive forms of the elements, for checking counts.
-const size_t INT_BYTES = 4;
-const size_t BOOL_BYTES = 1;
-const size_t DOUBLE_BYTES = 8;
-const size_t DATETIME_BYTES = 8;
-const size_t MIN_STRING_BYTES = 1;
+const size_t INT_BYTES = SerializeData::INT_BYTES;
+const size_t BOOL_BYTES = SerializeData::BOOL_BYTES;
+const size_t DOUBLE_BYTES = SerializeData::DOUBLE_BYTES;
+const size_t DATETIME_BYTES = SerializeData::DATETIME_BYTES;
+const size_t MIN_STRING_BYTES = SerializeData::MIN_TEXT_BYTES;
 
 size_t CounterBytes(bool bOldFormat) { return bOldFormat ? 4 : 8; }
 

@@ -30,6 +30,13 @@
 // CArchiveException(endOfFile).
 class VAXO009_API SerializeData {
  public:
+  // The fewest bytes an element of each form takes, for CheckLoopCounter.
+  static constexpr size_t INT_BYTES = 4;
+  static constexpr size_t BOOL_BYTES = 1;
+  static constexpr size_t DOUBLE_BYTES = 8;
+  static constexpr size_t DATETIME_BYTES = 8;
+  static constexpr size_t MIN_TEXT_BYTES = 1;
+
   static void Serialize(CArchive& ar, bool& bValue);
 
   // Storing writes nCount and returns it; loading ignores nCount and returns

@@ -24,11 +24,11 @@ const WORD ADDRESS_BLOCK_VERSION = 1;
 const WORD LIST_BLOCK_VERSION = 4;
 
 // The smallest archive forms, for checking counts before allocating.
-const size_t INT_BYTES = 4;
-const size_t BOOL_BYTES = 1;
-const size_t DOUBLE_BYTES = 8;
-const size_t DATETIME_BYTES = 8;
-const size_t TEXT_BYTES = 1;
+const size_t INT_BYTES = SerializeData::INT_BYTES;
+const size_t BOOL_BYTES = SerializeData::BOOL_BYTES;
+const size_t DOUBLE_BYTES = SerializeData::DOUBLE_BYTES;
+const size_t DATETIME_BYTES = SerializeData::DATETIME_BYTES;
+const size_t TEXT_BYTES = SerializeData::MIN_TEXT_BYTES;
 const size_t MONEY_BYTES = 2 + 1 + 8;
 const size_t ADDRESS_BYTES = 2;
 const size_t OLD_COUNTER_BYTES = 4;
