@@ -27,6 +27,16 @@ class FlatIntMap {
     return (it != m_entries.end() && it->first == nKey) ? &it->second : nullptr;
   }
   bool Contains(int nKey) const { return Find(nKey) != nullptr; }
+  T* Find(int nKey) {
+    const auto it = LowerBound(nKey);
+    return (it != m_entries.end() && it->first == nKey) ? &it->second : nullptr;
+  }
+  // The value of nKey, added as T() when absent; valid until the map changes.
+  T& GetOrAdd(int nKey) {
+    auto it = LowerBound(nKey);
+    if (it == m_entries.end() || it->first != nKey) it = m_entries.emplace(it, nKey, T());
+    return it->second;
+  }
 
   // Adds nKey unless it is present; returns whether it was added.
   bool Insert(int nKey, const T& value) {

@@ -2,16 +2,19 @@
 
 #include <algorithm>
 
+#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/ValueKinds.h"
 
-// One history map per value kind, in the order of the value maps.
+// One history map per value kind, in the order of the value maps; flat
+// maps, because entering a new record's values as undoable edits gives every
+// column of it a history.
 struct UndoStore::Histories {
-  std::map<int, std::vector<CString>> m_mapText;
-  std::map<int, std::vector<int>> m_mapInt;
-  std::map<int, std::vector<bool>> m_mapBool;
-  std::map<int, std::vector<Money>> m_mapMoney;
-  std::map<int, std::vector<double>> m_mapDouble;
-  std::map<int, std::vector<DateTime>> m_mapDateTime;
+  FlatIntMap<std::vector<CString>> m_mapText;
+  FlatIntMap<std::vector<int>> m_mapInt;
+  FlatIntMap<std::vector<bool>> m_mapBool;
+  FlatIntMap<std::vector<Money>> m_mapMoney;
+  FlatIntMap<std::vector<double>> m_mapDouble;
+  FlatIntMap<std::vector<DateTime>> m_mapDateTime;
 };
 
 UndoStore::UndoStore() = default;
@@ -35,17 +38,16 @@ void UndoStore::ClearUndoData() { m_pHistories.reset(); }
 template <typename T>
 void UndoStore::Add(int nID, const T& value) {
   if (!m_pHistories) m_pHistories = std::make_unique<Histories>();
-  std::vector<T>& history = KindMap<T>(*m_pHistories)[nID];
+  std::vector<T>& history = KindMap<T>(*m_pHistories).GetOrAdd(nID);
   if (std::find(history.begin(), history.end(), value) == history.end()) history.push_back(value);
 }
 
 template <typename T>
 void UndoStore::Remove(int nID, const T& value) {
   if (!m_pHistories) return;
-  auto& histories = KindMap<T>(*m_pHistories);
-  const auto found = histories.find(nID);
-  if (found == histories.end()) return;
-  std::vector<T>& history = found->second;
+  std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
+  if (pHistory == nullptr) return;
+  std::vector<T>& history = *pHistory;
   const auto it = std::find(history.begin(), history.end(), value);
   if (it != history.end()) history.erase(it);
 }
@@ -53,9 +55,8 @@ void UndoStore::Remove(int nID, const T& value) {
 template <typename T>
 void UndoStore::Get(int nID, std::vector<T>& out) const {
   if (!m_pHistories) return;
-  const auto& histories = KindMap<T>(*m_pHistories);
-  const auto found = histories.find(nID);
-  if (found != histories.end()) out = found->second;
+  const std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
+  if (pHistory != nullptr) out = *pHistory;
 }
 
 void UndoStore::AddUndoData(int nID, const CString& value) { Add(nID, value); }
@@ -75,8 +76,8 @@ void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, val
 bool UndoStore::HaveUndoData(int nID) const {
   if (!m_pHistories) return false;
   const Histories& h = *m_pHistories;
-  return h.m_mapText.count(nID) != 0 || h.m_mapInt.count(nID) != 0 || h.m_mapBool.count(nID) != 0 ||
-         h.m_mapMoney.count(nID) != 0 || h.m_mapDouble.count(nID) != 0 || h.m_mapDateTime.count(nID) != 0;
+  return h.m_mapText.Contains(nID) || h.m_mapInt.Contains(nID) || h.m_mapBool.Contains(nID) ||
+         h.m_mapMoney.Contains(nID) || h.m_mapDouble.Contains(nID) || h.m_mapDateTime.Contains(nID);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

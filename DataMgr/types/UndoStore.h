@@ -1,7 +1,6 @@
 #ifndef DATAMGR_TYPES_UNDOSTORE_H_
 #define DATAMGR_TYPES_UNDOSTORE_H_
 
-#include <map>
 #include <memory>
 #include <vector>
 
