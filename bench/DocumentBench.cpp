@@ -158,9 +158,11 @@ void BM_MillionItems(benchmark::State& state) {
     }
     file.Seek(0, CFile::begin);
     CArchive ar(&file, CArchive::load);
+    const double dBeforeLoad = ResidentBytes();
     DataMgmt loaded;
     loaded.Serialize(ar);
     state.counters["entered_bytes_per_item"] = (dEntered - dBefore) / nRecords;
+    state.counters["loaded_bytes_per_item"] = (ResidentBytes() - dBeforeLoad) / nRecords;
     state.counters["archive_MB"] = static_cast<double>(file.GetLength()) / 1e6;
     benchmark::DoNotOptimize(loaded.GetDataItemMgr().GetCount());
   }
