@@ -134,6 +134,14 @@ void LoadAll(const Bytes& bytes, T& target) {
   EXPECT_EQ(Load(bytes, [&](CArchive& ar) { target.Serialize(ar); }), 0u);
 }
 
+// A fresh T loaded from bytes, every one of which it must read.
+template <typename T>
+T Loaded(const Bytes& bytes) {
+  T target;
+  LoadAll(bytes, target);
+  return target;
+}
+
 // The checks every archive form gets: value stores exactly the hand-written
 // bytes; a fresh T loads every byte and stores the same bytes again; every
 // cut of them ends in end-of-file. check, if given, looks at the loaded T.

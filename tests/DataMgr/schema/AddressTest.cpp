@@ -28,12 +28,6 @@ ByteWriter& PlainFields(ByteWriter& w, int nCount) {
   return w;
 }
 
-Address Loaded(const Bytes& bytes) {
-  Address address;
-  test_support::LoadAll(bytes, address);
-  return address;
-}
-
 }  // namespace
 
 TEST_F(AddressTest, NewAddressIsABusinessAddressInTheUsersCountry) {
@@ -161,7 +155,7 @@ TEST_F(AddressTest, LoadsVersionOneTenEncipheredTextsThenID) {
   ByteWriter w;
   w.Word(1);
   for (int i = 0; i < 10; ++i) w.Text(Enciphered("t" + std::to_string(i)));
-  Address address = Loaded(w.Int(6).Get());
+  Address address = test_support::Loaded<Address>(w.Int(6).Get());
   EXPECT_EQ(address.GetID(), 6);
   EXPECT_EQ(address.GetData(Address::Name), "");
   EXPECT_EQ(address.GetData(Address::Street), "t0");
@@ -173,7 +167,7 @@ TEST_F(AddressTest, LoadsVersionOneTenEncipheredTextsThenID) {
 TEST_F(AddressTest, LoadsVersionsTwoToFiveWithPlainFields) {
   ByteWriter v2;
   v2.Word(2).Int(1).Bool(false);
-  Address a2 = Loaded(PlainFields(v2, 15).Get());
+  Address a2 = test_support::Loaded<Address>(PlainFields(v2, 15).Get());
   EXPECT_EQ(a2.GetID(), 1);
   EXPECT_FALSE(a2.GetIsBusiness());
   EXPECT_EQ(a2.GetData(Address::Notes), "f14");
@@ -181,24 +175,24 @@ TEST_F(AddressTest, LoadsVersionsTwoToFiveWithPlainFields) {
 
   ByteWriter v3;
   v3.Word(3).Int(2).Bool(true);
-  Address a3 = Loaded(PlainFields(v3, 17).Get());
+  Address a3 = test_support::Loaded<Address>(PlainFields(v3, 17).Get());
   EXPECT_EQ(a3.GetData(Address::Map), "f16");
   EXPECT_EQ(a3.GetData(Address::SpecialDate), "");
 
   ByteWriter v4;
   v4.Word(4).Int(3).Bool(true);
-  EXPECT_EQ(Loaded(PlainFields(v4, 18).Get()).GetData(Address::SpecialDate), "f17");
+  EXPECT_EQ(test_support::Loaded<Address>(PlainFields(v4, 18).Get()).GetData(Address::SpecialDate), "f17");
 
   ByteWriter v5;
   v5.Word(5).Int(4).Bool(true);
   PlainFields(v5, 18).Int(7);
-  Address a5 = Loaded(v5.Get());
+  Address a5 = test_support::Loaded<Address>(v5.Get());
   EXPECT_EQ(a5.GetUsageCount(), 7);
   EXPECT_EQ(a5.GetData(Address::Name), "f0");
 }
 
 TEST_F(AddressTest, LoadsVersionSixWithOldCounter) {
-  Address address = Loaded(AddressRecord(6, true, 8, 2, schema_test::AddressFields("Old", "")));
+  Address address = test_support::Loaded<Address>(AddressRecord(6, true, 8, 2, schema_test::AddressFields("Old", "")));
   EXPECT_EQ(address.GetID(), 8);
   EXPECT_EQ(address.GetUsageCount(), 2);
   EXPECT_EQ(address.GetData(Address::Name), "Old");
@@ -218,7 +212,7 @@ TEST_F(AddressTest, UnknownVersionsReadNothingFurther) {
 TEST_F(AddressTest, ShortFieldVectorIsPaddedToAllFields) {
   ByteWriter w;
   w.Word(4).Int(1).Bool(true);
-  Address address = Loaded(PlainFields(w, 2).Get());
+  Address address = test_support::Loaded<Address>(PlainFields(w, 2).Get());
   EXPECT_EQ(address.GetData(Address::Street), "f1");
   EXPECT_EQ(address.GetData(Address::SpecialDate), "");
   address.SetData(Address::SpecialDate, "today");

@@ -39,12 +39,6 @@ ColumnArchive Version(unsigned nVersion, unsigned nType) {
 // The 32-bit word that columns without entries end in before version 14.
 Bytes NoEntries(const ColumnArchive& column) { return column.Head().Int(0).Get(); }
 
-DataProp Loaded(const Bytes& bytes) {
-  DataProp column;
-  test_support::LoadAll(bytes, column);
-  return column;
-}
-
 }  // namespace
 
 TEST_F(DataPropArchiveTest, StoresAValueListColumnAsVersionFifteen) {
@@ -122,7 +116,7 @@ TEST_F(DataPropArchiveTest, LoadsVersionOne) {
   v1.desc = "about";
   v1.name = "Pages No.";
   v1.defaultValue = "1";
-  DataProp column = Loaded(NoEntries(v1));
+  DataProp column = test_support::Loaded<DataProp>(NoEntries(v1));
   EXPECT_EQ(column.GetDataType(), DataType::Number);
   EXPECT_TRUE(column.GetCanBeSummed());
   EXPECT_FALSE(column.GetCanBeAveraged());
@@ -144,12 +138,12 @@ TEST_F(DataPropArchiveTest, LoadsVersionOne) {
 TEST_F(DataPropArchiveTest, LoadsVersionsTwoToFiveFlags) {
   ColumnArchive v2 = Version(2, TEXT);
   v2.bCanBeAveraged = true;
-  EXPECT_TRUE(Loaded(NoEntries(v2)).GetCanBeAveraged());
+  EXPECT_TRUE(test_support::Loaded<DataProp>(NoEntries(v2)).GetCanBeAveraged());
 
   ColumnArchive v4 = Version(4, TEXT);
   v4.bTimeShowSeconds = true;
   v4.bUserChangeDefValue = false;
-  DataProp column4 = Loaded(NoEntries(v4));
+  DataProp column4 = test_support::Loaded<DataProp>(NoEntries(v4));
   EXPECT_TRUE(column4.GetTimeShowSeconds());
   EXPECT_FALSE(column4.GetUserChangeDefValue());
 
@@ -157,7 +151,7 @@ TEST_F(DataPropArchiveTest, LoadsVersionsTwoToFiveFlags) {
   v5.bCanBeNegative = false;
   v5.bZeroIsEmpty = false;
   v5.bUserCanDeleteWarning = true;
-  DataProp column5 = Loaded(NoEntries(v5));
+  DataProp column5 = test_support::Loaded<DataProp>(NoEntries(v5));
   EXPECT_FALSE(column5.GetCanBeNegative());
   EXPECT_FALSE(column5.GetZeroIsEmpty());
   EXPECT_TRUE(column5.GetUserCanDeleteWarning());
@@ -166,32 +160,32 @@ TEST_F(DataPropArchiveTest, LoadsVersionsTwoToFiveFlags) {
 TEST_F(DataPropArchiveTest, ObsoleteFlagAMakesAnOldDecimalColumnMonetary) {
   ColumnArchive set = Version(4, DECIMAL);
   set.bObsoleteA = true;
-  EXPECT_EQ(Loaded(NoEntries(set)).GetDataType(), DataType::Monetary);
+  EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(set)).GetDataType(), DataType::Monetary);
   set.nVersion = 1;
-  EXPECT_EQ(Loaded(NoEntries(set)).GetDataType(), DataType::Monetary);
+  EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(set)).GetDataType(), DataType::Monetary);
   set.nType = NUMBER;
-  EXPECT_EQ(Loaded(NoEntries(set)).GetDataType(), DataType::Number);
+  EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(set)).GetDataType(), DataType::Number);
 
   ColumnArchive clear = Version(4, DECIMAL);
-  EXPECT_EQ(Loaded(NoEntries(clear)).GetDataType(), DataType::Decimal);
+  EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(clear)).GetDataType(), DataType::Decimal);
   ColumnArchive v5 = Version(5, DECIMAL);
-  EXPECT_EQ(Loaded(NoEntries(v5)).GetDataType(), DataType::Decimal);
+  EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(v5)).GetDataType(), DataType::Decimal);
 }
 
 TEST_F(DataPropArchiveTest, CanBeSummedOfNonNumberColumnsIsResetBeforeVersionEight) {
   ColumnArchive v7 = Version(7, TEXT);
   v7.bCanBeSummed = true;
   v7.bSortValuesByListOrder = true;
-  DataProp text7 = Loaded(NoEntries(v7));
+  DataProp text7 = test_support::Loaded<DataProp>(NoEntries(v7));
   EXPECT_FALSE(text7.GetCanBeSummed());
   EXPECT_TRUE(text7.GetSortValuesByListOrder());
   for (unsigned nType : {0u, 1u, 2u, 3u, 28u, 30u, 31u}) {
     v7.nType = nType;
-    EXPECT_TRUE(Loaded(NoEntries(v7)).GetCanBeSummed()) << "type " << nType;
+    EXPECT_TRUE(test_support::Loaded<DataProp>(NoEntries(v7)).GetCanBeSummed()) << "type " << nType;
   }
   ColumnArchive v8 = Version(8, TEXT);
   v8.bCanBeSummed = true;
-  EXPECT_TRUE(Loaded(NoEntries(v8)).GetCanBeSummed());
+  EXPECT_TRUE(test_support::Loaded<DataProp>(NoEntries(v8)).GetCanBeSummed());
 }
 
 TEST_F(DataPropArchiveTest, ObsoleteFlagBMakesNumberWithRomanOrText) {
@@ -199,16 +193,16 @@ TEST_F(DataPropArchiveTest, ObsoleteFlagBMakesNumberWithRomanOrText) {
     ColumnArchive set = Version(nVersion, TEXT);
     set.bObsoleteB = true;
     set.bHiddenFromUI = true;
-    DataProp column = Loaded(NoEntries(set));
+    DataProp column = test_support::Loaded<DataProp>(NoEntries(set));
     EXPECT_EQ(column.GetDataType(), DataType::NumberWithRomanOrText) << nVersion;
     EXPECT_EQ(column.GetHiddenFromUI(), nVersion >= 11);
 
     ColumnArchive clear = Version(nVersion, TEXT);
-    EXPECT_EQ(Loaded(NoEntries(clear)).GetDataType(), DataType::Text);
+    EXPECT_EQ(test_support::Loaded<DataProp>(NoEntries(clear)).GetDataType(), DataType::Text);
 
     ColumnArchive list = Version(nVersion, DataType::NumberListSelect);
     list.bObsoleteB = true;
-    EXPECT_EQ(Loaded(list.Head().Counter(0, true).Get()).GetDataType(), DataType::NumberListSelect);
+    EXPECT_EQ(test_support::Loaded<DataProp>(list.Head().Counter(0, true).Get()).GetDataType(), DataType::NumberListSelect);
   }
 }
 
@@ -219,7 +213,7 @@ TEST_F(DataPropArchiveTest, LoadsVersionNineAndThirteenFields) {
   v9.bShowSignAlways = true;
   v9.prefix = "$";
   v9.suffix = " kg";
-  DataProp column9 = Loaded(NoEntries(v9));
+  DataProp column9 = test_support::Loaded<DataProp>(NoEntries(v9));
   EXPECT_TRUE(column9.GetFractional());
   EXPECT_FALSE(column9.GetShowDecimalZeroes());
   EXPECT_TRUE(column9.GetShowSignAlways());
@@ -229,7 +223,7 @@ TEST_F(DataPropArchiveTest, LoadsVersionNineAndThirteenFields) {
   ColumnArchive v13 = Version(13, TEXT);
   v13.bKeepListItemsSorted = true;
   v13.bTimeShowHours = true;
-  DataProp column13 = Loaded(NoEntries(v13));
+  DataProp column13 = test_support::Loaded<DataProp>(NoEntries(v13));
   EXPECT_TRUE(column13.GetKeepListItemsSorted());
   EXPECT_TRUE(column13.GetTimeShowHours());
 }
@@ -237,7 +231,7 @@ TEST_F(DataPropArchiveTest, LoadsVersionNineAndThirteenFields) {
 TEST_F(DataPropArchiveTest, ListEntriesInOldAndNewCounterForm) {
   ColumnArchive v13 = Version(13, DataType::NumberListSelect);
   v13.nNextListItemID = 0;
-  DataProp old = Loaded(v13.Head().Counter(2, true).Raw(NumberEntry(4, 1, 40)).Raw(NumberEntry(2, 0, 20)).Get());
+  DataProp old = test_support::Loaded<DataProp>(v13.Head().Counter(2, true).Raw(NumberEntry(4, 1, 40)).Raw(NumberEntry(2, 0, 20)).Get());
   ASSERT_EQ(old.GetListItemsCount(), 2u);
   EXPECT_EQ(old.GetListItemByID(4)->GetTextRepresentation(), "40");
   EXPECT_EQ(old.GetListItemByID(4)->GetUsageCount(), 1);
@@ -245,7 +239,7 @@ TEST_F(DataPropArchiveTest, ListEntriesInOldAndNewCounterForm) {
 
   ColumnArchive v14 = Version(14, DataType::DescValueListSuggested);
   v14.nNextListItemID = 9;
-  DataProp current = Loaded(v14.Head().Counter(1, false).Raw(TextDescEntry(0, 0, "S", "small")).Get());
+  DataProp current = test_support::Loaded<DataProp>(v14.Head().Counter(1, false).Raw(TextDescEntry(0, 0, "S", "small")).Get());
   auto* entry = dynamic_cast<ListItemTextDesc*>(current.GetListItemByID(0));
   ASSERT_NE(entry, nullptr);
   EXPECT_EQ(entry->GetDesc(), "small");
@@ -254,7 +248,7 @@ TEST_F(DataPropArchiveTest, ListEntriesInOldAndNewCounterForm) {
 
 TEST_F(DataPropArchiveTest, OldFilesWithUnnumberedEntriesCanBeRenumbered) {
   ColumnArchive v13 = Version(13, DataType::ValueListSelect);
-  DataProp column = Loaded(v13.Head().Counter(2, true).Raw(TextEntry(0, 0, "a")).Raw(TextEntry(0, 0, "b")).Get());
+  DataProp column = test_support::Loaded<DataProp>(v13.Head().Counter(2, true).Raw(TextEntry(0, 0, "a")).Raw(TextEntry(0, 0, "b")).Get());
   column.RefreshNextListItemID();
   EXPECT_EQ(column.GetListItemByID(0)->GetTextRepresentation(), "a");
   EXPECT_EQ(column.GetListItemByID(1)->GetTextRepresentation(), "b");
@@ -269,7 +263,7 @@ TEST_F(DataPropArchiveTest, AddressBookColumnsOfVersionFiveReadOldAddressRecords
   w.Word(1).Int(4).Word(0).Raw(address);
   w.Word(2).Int(7).Int(5).Word(0).Raw(address);
   w.Word(2).Int(8).Int(5).Word(0).Raw(counted);
-  DataProp column = Loaded(w.Get());
+  DataProp column = test_support::Loaded<DataProp>(w.Get());
   const AddressBook& book = column.GetAddressBook();
   ASSERT_EQ(book.GetCount(), 3u);
   EXPECT_EQ(book.GetAt(0)->GetID(), 4);
@@ -284,7 +278,7 @@ TEST_F(DataPropArchiveTest, AddressBookColumnsOfVersionFiveReadOldAddressRecords
 TEST_F(DataPropArchiveTest, AddressBookColumnsFromVersionSixHoldTheBook) {
   ColumnArchive v6 = Version(6, DataType::AddressBookSelect);
   const Bytes book = AddressBookRecord({AddressRecord(6, false, 2, 1, AddressFields("Cy", ""))}, false);
-  DataProp column = Loaded(v6.Head().Raw(book).Get());
+  DataProp column = test_support::Loaded<DataProp>(v6.Head().Raw(book).Get());
   ASSERT_EQ(column.GetAddressBook().GetCount(), 1u);
   EXPECT_FALSE(column.GetAddressBook().GetIsBusiness());
   EXPECT_EQ(column.GetAddressBook().GetByID(2)->GetData(Address::Name), "Cy");
@@ -293,19 +287,19 @@ TEST_F(DataPropArchiveTest, AddressBookColumnsFromVersionSixHoldTheBook) {
 TEST_F(DataPropArchiveTest, ColumnsWithoutEntriesEndAfterTheirTextsFromVersionFourteen) {
   ColumnArchive v14 = Version(14, TEXT);
   v14.bHiddenFromUI = true;
-  DataProp column = Loaded(v14.Head().Get());
+  DataProp column = test_support::Loaded<DataProp>(v14.Head().Get());
   EXPECT_TRUE(column.GetHiddenFromUI());
   EXPECT_FALSE(column.GetUseWithDataSubItem());
 
   ColumnArchive v15 = Version(15, TEXT);
   v15.bUseWithDataSubItem = true;
-  EXPECT_TRUE(Loaded(v15.Head().Get()).GetUseWithDataSubItem());
+  EXPECT_TRUE(test_support::Loaded<DataProp>(v15.Head().Get()).GetUseWithDataSubItem());
 }
 
 TEST_F(DataPropArchiveTest, NewerVersionsAreReadWithTheNewestRules) {
   ColumnArchive v16 = Version(16, DataType::ValueListSelect);
   v16.bUseWithDataSubItem = true;
-  DataProp column = Loaded(v16.Head().Counter(1, false).Raw(TextEntry(0, 0, "x")).Get());
+  DataProp column = test_support::Loaded<DataProp>(v16.Head().Counter(1, false).Raw(TextEntry(0, 0, "x")).Get());
   EXPECT_TRUE(column.GetUseWithDataSubItem());
   EXPECT_EQ(column.GetListItemByID(0)->GetTextRepresentation(), "x");
 }
