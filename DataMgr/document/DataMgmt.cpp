@@ -1,38 +1,15 @@
 #include "DataMgr/document/DataMgmt.h"
 
+#include "DataMgr/schema/ValueCodec.h"
 #include "DataMgr/types/ArchiveExchange.h"
-#include "DataMgr/types/Money.h"
 #include "utility/DateTime.h"
-#include "utility/NumberTextConv.h"
 #include "utility/SerializeData.h"
-#include "utility/StringUtils.h"
 
 using archive_exchange::Exchange;
 
 namespace {
 
 const WORD DATAMGMT_VERSION = 4;
-
-template <typename T>
-std::function<void(Data&)> Registration(int nID, T value) {
-  return [nID, value](Data& record) { record.RegisterDataProp(nID, value); };
-}
-
-std::function<void(Data&)> TextRegistration(int nID, const CString& text) {
-  return [nID, text](Data& record) { record.RegisterDataProp(nID, text, false); };
-}
-
-// The number of a number-with-text default put back into its text part:
-// "Vol. 03" gives "Vol. 3", "Part IV" gives "Part 4".
-CString NumberWithTextDefault(const CString& text, bool bAllowRoman) {
-  bool bAlone = false;
-  CString strRest;
-  const int nNumber = NumberTextConv::ParseNumber(text, bAlone, strRest, bAllowRoman);
-  const CString strNumber = NumberTextConv::NumberToString(nNumber, false, 0, CString());
-  if (bAlone) return strNumber;
-  strRest.Replace("%d", strNumber);
-  return strRest;
-}
 
 }  // namespace
 
@@ -55,30 +32,8 @@ bool DataMgmt::GetDataPropType(int nID, DataType::Type& type) const {
   return true;
 }
 
-bool DataMgmt::IsAddressBookType(DataType::Type nType) {
-  return nType == DataType::AddressBookSuggested || nType == DataType::AddressBookSelect;
-}
-
 bool DataMgmt::IsFilePathType(DataType::Type nType) {
   return nType == DataType::PhotoFilePath || nType == DataType::DataFilePath;
-}
-
-bool DataMgmt::IsTextType(DataType::Type nType) {
-  switch (nType) {
-    case DataType::Text:
-    case DataType::PhotoFilePath:
-    case DataType::DirectoryPath:
-    case DataType::EmailAddress:
-    case DataType::WebSiteAddress:
-    case DataType::Password:
-    case DataType::LargeText:
-    case DataType::DataFilePath:
-    case DataType::NumberWithText:
-    case DataType::NumberWithRomanOrText:
-      return true;
-    default:
-      return false;
-  }
 }
 
 bool DataMgmt::AddDataProp(DataProp* p, bool bNewID, bool bAppColumn, bool bFillItems, bool bFillSubItems) {
@@ -93,7 +48,7 @@ bool DataMgmt::AddDataProp(DataProp* p, bool bNewID, bool bAppColumn, bool bFill
 }
 
 void DataMgmt::FillNewColumn(DataProp& prop, bool bSubItems) {
-  const DefaultValue registerIn = MakeDefaultValue(prop, true);
+  const ValueCodec::Registration registerIn = ValueCodec::For(prop.GetDataType()).MakeDefault(prop, true);
   if (!registerIn) return;
   for (size_t i = 0; i < m_dataItemMgr.GetCount(); ++i) {
     DataItem& item = *m_dataItemMgr.GetAt(i);
@@ -106,66 +61,9 @@ void DataMgmt::FillNewColumn(DataProp& prop, bool bSubItems) {
   }
 }
 
-// A fresh record takes list entries by their text and addresses by their
-// name (creating an unknown one); a column added to existing records takes
-// its entry by text and its address by ID, and creates nothing.
-DataMgmt::DefaultValue DataMgmt::MakeDefaultValue(DataProp& prop, bool bNewColumn) {
-  const int nID = prop.GetID();
-  const CString& text = prop.GetDefaultValue();
-  const DataType::Type nType = prop.GetDataType();
-  switch (nType) {
-    case DataType::YesNo:
-      return Registration(nID, StringUtils::TextToBool(text));
-    case DataType::Number:
-      return Registration(nID, NumberTextConv::GetNumberFromString(text));
-    case DataType::Duration:
-      return Registration(nID, DateTime::ConvertFromDuration(text, prop.GetTimeShowHours()));
-    case DataType::Decimal:
-      return Registration(nID, NumberTextConv::GetDoubleFromString(text, false));
-    case DataType::Date:
-    case DataType::Time: {
-      DateTime value;
-      if (nType == DataType::Date) {
-        value.SetDate(text);
-      } else {
-        value.SetTime(text);
-      }
-      return Registration(nID, value);
-    }
-    case DataType::NumberWithText:
-    case DataType::NumberWithRomanOrText:
-      if (bNewColumn) return TextRegistration(nID, NumberWithTextDefault(text, nType == DataType::NumberWithRomanOrText));
-      return TextRegistration(nID, text);
-    case DataType::Monetary: {
-      Money value;
-      value.Set(text);
-      return Registration(nID, value);
-    }
-    default:
-      break;
-  }
-  if (IsTextType(nType)) return TextRegistration(nID, text);
-  if (!DataType::IsListType(nType)) return DefaultValue();
-  int nEntryID = -1;
-  if (!IsAddressBookType(nType)) {
-    if (bNewColumn || !text.IsEmpty()) nEntryID = FindEntryID(prop, nType, text, false);
-  } else if (bNewColumn) {
-    const Address* pAddress = prop.GetAddressBook().GetByID(NumberTextConv::GetNumberFromString(text));
-    nEntryID = pAddress != nullptr ? pAddress->GetID() : -1;
-  } else if (!text.IsEmpty() && text != "-1") {
-    nEntryID = FindEntryID(prop, nType, text, true);
-  }
-  DataProp* pProp = &prop;
-  return [nID, nType, nEntryID, pProp](Data& record) {
-    if (record.HaveDataProp(nID)) return;
-    record.RegisterDataProp(nID, nEntryID);
-    ChangeEntryUsage(*pProp, nType, nEntryID, true);
-  };
-}
-
 void DataMgmt::RegisterDataProp(Data& record, DataProp& prop) const {
   if (record.HaveDataProp(prop.GetID())) return;
-  if (const DefaultValue registerIn = MakeDefaultValue(prop, false)) registerIn(record);
+  if (const auto registerIn = ValueCodec::For(prop.GetDataType()).MakeDefault(prop, false)) registerIn(record);
 }
 
 void DataMgmt::DeleteDataProp(DataProp* p) {

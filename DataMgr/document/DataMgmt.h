@@ -1,7 +1,6 @@
 #ifndef DATAMGR_DOCUMENT_DATAMGMT_H_
 #define DATAMGR_DOCUMENT_DATAMGMT_H_
 
-#include <functional>
 #include <map>
 #include <vector>
 
@@ -29,7 +28,8 @@
 // lowers the usage counts of the list entries and addresses its cells refer
 // to. Values are entered as text through
 // IsValueAcceptable and SetData and shown through GetTextRepresentation,
-// which parse and format by the column's data type and flags.
+// which leave parsing and formatting by the column's data type and flags to
+// the type's ValueCodec.
 //
 // The document never throws for bad input (false, null or an empty text
 // instead); archive faults pass through from Serialize. It must never hand
@@ -135,8 +135,6 @@ class VAXO057_API DataMgmt {
   bool DoAdjustFilePaths(const CString& oldDir, const CString& newDir, DataProp& prop);
 
  private:
-  using DefaultValue = std::function<void(Data&)>;
-
   // fn(prop) on every column: application columns, then user columns.
   template <typename Fn>
   void ForEachDataProp(Fn fn) const {
@@ -148,32 +146,10 @@ class VAXO057_API DataMgmt {
     }
   }
 
-  static bool IsAddressBookType(DataType::Type nType);
   static bool IsFilePathType(DataType::Type nType);
-  // The ten types whose values are held as text.
-  static bool IsTextType(DataType::Type nType);
-  // The column's default value as a registration for one record; empty for
-  // a type that holds no value. bNewColumn selects the rules of a column
-  // added to existing records.
-  static DefaultValue MakeDefaultValue(DataProp& prop, bool bNewColumn);
   void FillNewColumn(DataProp& prop, bool bSubItems);
-
-  // The entry of owner that text names, created when bCreate; -1 when there
-  // is none. nType, the type of the column whose cell is meant, tells
-  // whether the entry is an address of owner's book or one of its list
-  // entries.
-  static int FindEntryID(DataProp& owner, DataType::Type nType, const CString& text, bool bCreate);
-  // One usage more or less for owner's entry nEntryID (chosen by nType as
-  // above); nothing for a negative ID or an unknown entry.
-  static void ChangeEntryUsage(DataProp& owner, DataType::Type nType, int nEntryID, bool bRaise);
   // The one usage that record's cell of prop gives to its entry.
   static void ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise);
-  // A duration in the column's form (hours and seconds as its flags say);
-  // a decimal with the locale's fractional digits, decimal zeroes kept.
-  static CString FormatDuration(int nSeconds, const DataProp& prop);
-  static CString FormatDecimal(double dValue, const DataProp& prop);
-  // The display text of owner's entry nEntryID; false when there is none.
-  static bool FindEntryText(const DataProp& owner, int nEntryID, CString& text);
 
   // The owner of the list entries and formatting of prop: its alias column,
   // or prop itself.
