@@ -36,7 +36,9 @@
 // out a column or record it has deleted, and never archive the alias map.
 // The sources are split by concern: DataMgmt.cpp (life cycle, defaults,
 // archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
-// DataMgmtListUsage.cpp and DataMgmtFilePaths.cpp.
+// DataMgmtListUsage.cpp (usage counts and their recount),
+// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp
+// and DataMgmtFilePaths.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -110,9 +112,39 @@ class VAXO057_API DataMgmt {
   // Turns every line break into a single blank.
   void ReplaceCRLF(CString& text) const;
 
+  // Converts every item's value of a column from oldProp's type to
+  // newProp's (the same column before and after the host changed its type;
+  // cells are read under oldProp's ID and written under newProp's). An entry
+  // column changing to another kind of entries gets its entries rebuilt from
+  // oldProp's; entryIDMap receives old entry ID -> new value for the cells
+  // that referred to an entry and still refer to one (or hold a number).
+  // Sub-items lose their cells of the column. True when an item was
+  // converted; false when the types are equal or similar entry types, and
+  // when a type that holds no value stops the work part way.
+  bool DoDataTypeChange(DataProp& oldProp, DataProp& newProp, std::map<int, int>& entryIDMap);
+  // After the host changed the entries modifiedIDs and removed the entries
+  // deletedIDs of the entry column prop: cells of prop and of the columns
+  // aliased to it that refer to a removed entry get the entry of prop's
+  // default text (or -1), undoably; an item whose cells refer to a changed
+  // entry is stamped as modified. touchedColumnIDs receives the columns
+  // looked at.
+  void ListItemsModified(DataProp& prop, const std::vector<int>& modifiedIDs, const std::vector<int>& deletedIDs,
+                         std::vector<int>& touchedColumnIDs);
+  // Recounts the usages of every list entry and address from the cells of
+  // all items and sub-items; a cell of an aliased column counts for the
+  // alias column's entry.
+  void ResetUsageCounters();
+
   // Replaces stale folder-only values of the file-path columns by the
   // column's default value (undoable).
   void ResetFileBasedDefaultValues();
+  // The folder a file chooser for column nDataPropID starts in: the first
+  // existing folder among the item's value, the column's most used folder
+  // (over items, or the whole document when items is empty), the values of
+  // the other columns of its type, its default value, the value of the item
+  // modified last, and lastUsedDir; "C:\" when none is usable. Never empty.
+  CString GetBestLastUsedDir(int nDataPropID, DataItem* pItem, const CString& lastUsedDir,
+                             const std::vector<DataItem*>& items) const;
 
  protected:
   // The item modified last (the first of equal times) among those with a
@@ -128,6 +160,17 @@ class VAXO057_API DataMgmt {
   // entry; aliases are not consulted.
   void ReduceListItemUsageCount(DataProp& prop, DataItem& record) const;
   void IncreaseListItemUsageCount(DataProp& prop, DataItem& record) const;
+
+  // Turns application column nAppID into a user column with a new ID, in
+  // the same place of the display order, its values moved to the new ID in
+  // every item. Sub-items keep their values under the old ID, where they no
+  // longer count as usages of the column's entries. The new ID, or -1 when
+  // no application column has ID nAppID.
+  int MakeAppDataPropIntoUserDefined(int nAppID);
+  // The mirror: user column nUserID becomes the application column nAppID.
+  // nAppID, or -1 when no user column has ID nUserID or when nAppID is no
+  // free application slot (nothing changes then).
+  int MakeUserDataPropIntoAppDefined(int nUserID, int nAppID);
 
   // Points every file-path value of the items that lies in oldDir and whose
   // file is gone to the same file name in newDir when that file exists.
@@ -150,6 +193,24 @@ class VAXO057_API DataMgmt {
   void FillNewColumn(DataProp& prop, bool bSubItems);
   // The one usage that record's cell of prop gives to its entry.
   static void ChangeRecordUsage(DataProp& prop, const Data& record, bool bRaise);
+
+  void DoListItemsModified(DataProp& prop, const std::vector<int>& modifiedIDs, const std::vector<int>& deletedIDs,
+                           int nDefaultEntryID, std::vector<int>& touchedColumnIDs);
+  // Count the usages of one record: of all columns; of one column.
+  void ResetUsageCountersHelper1(const Data& record) const;
+  void ResetUsageCountersHelper2(const Data& record, DataProp& prop) const;
+  // After prop moved from ID nFromID to its present ID: puts that ID in
+  // nFromID's place of order (when there) as the display order and moves
+  // every item's value to it.
+  void MoveColumnValues(DataProp& prop, std::vector<int>& order, int nFromID);
+
+  // Rewrites path to the nearest existing folder: a file's folder, or the
+  // nearest existing parent; empty when there is none or path is blank.
+  void IsUsableDirPath(CString& path) const;
+  // The folder most values of the column lie in (over items, or the whole
+  // document when items is empty); a tie goes to the alphabetically first.
+  // Empty when there is none.
+  void GetMostUsedDirPath(int nDataPropID, CString& path, const std::vector<DataItem*>& items) const;
 
   // The owner of the list entries and formatting of prop: its alias column,
   // or prop itself.

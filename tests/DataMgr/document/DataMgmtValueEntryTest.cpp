@@ -438,4 +438,52 @@ TEST_F(DataMgmtFilePathTest, StaleFoldersAreResetToTheDefault) {
   EXPECT_EQ(TextOf(secondSub, user), existing);
 }
 
+// The first usable candidate wins, made the nearest existing folder: the
+// item's value, the column's most used folder (a tie goes to the first in
+// order; only the items given, when given), the other photo columns the
+// user can see, the default, the item modified last, lastUsedDir, "C:\".
+TEST_F(DataMgmtFilePathTest, BestStartingFolder) {
+  for (const char* pszName : {"a/1.jpg", "a/2.jpg", "b/1.jpg", "b/2.jpg", "c/1.jpg", "h/1.jpg", "q/1.jpg"}) {
+    MakeFile(pszName);
+  }
+  auto* pHidden = new DataProp;
+  pHidden->SetDataType(DataType::PhotoFilePath);
+  pHidden->SetHiddenFromUI(true);
+  m_doc.AddDataProp(pHidden, true, true, false, false);
+  const int nPhoto = AddColumn(m_doc, DataType::PhotoFilePath).GetID();
+  const int nOther = AddColumn(m_doc, DataType::PhotoFilePath).GetID();
+  std::vector<DataItem*> items;
+  for (const char* pszPhoto : {"b/1.jpg", "a/1.jpg", "b/2.jpg", "a/2.jpg", ""}) {
+    items.push_back(m_doc.CreateDataItem(nullptr, true, true));
+    if (*pszPhoto) items.back()->SetData(nPhoto, File(pszPhoto).c_str(), false);
+  }
+  items[0]->SetData(pHidden->GetID(), File("h/1.jpg").c_str(), false);
+  items[3]->SetData(nOther, File("q/1.jpg").c_str(), false);
+  const int nData = AddColumn(m_doc, DataType::DataFilePath, File("c/").c_str()).GetID();
+
+  const struct {
+    int nColumn;
+    DataItem* pItem;
+    std::string lastUsed;
+    std::vector<DataItem*> items;
+    std::string best;
+  } rows[] = {
+      {-1, nullptr, "", {}, "C:\\"},
+      {-1, nullptr, File("a/1.jpg"), {}, File("a/")},
+      {-1, nullptr, File("gone/deeper/x.jpg"), {}, File("")},
+      {-1, nullptr, "  ", {}, "  "},
+      {nPhoto, items[0], "", {}, File("b/")},
+      {nPhoto, nullptr, "", {}, File("a/")},
+      {nPhoto, nullptr, "", {items[0]}, File("b/")},
+      {nOther, nullptr, "", {items[0]}, File("b/")},  // not the hidden column's h/
+      {nOther, nullptr, "", {items[4]}, File("q/")},  // the item modified last
+      {nData, nullptr, "", {}, File("c/")},
+      {4242, nullptr, File("c/1.jpg"), {}, File("c/")},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(m_doc.GetBestLastUsedDir(row.nColumn, row.pItem, row.lastUsed.c_str(), row.items), row.best.c_str())
+        << row.nColumn << " " << row.best;
+  }
+}
+
 }  // namespace

@@ -1,0 +1,385 @@
+// Keeping records in step with their columns: type changes, edited and
+// removed entries, the usage recount, moves between application and user
+// columns, and the invariant that binds them: the usage counts a document
+// holds are the ones a recount finds, and every cell shows the same text
+// after saving and loading.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "DataMgr/document/DataMgmt.h"
+#include "tests/DataMgr/document/DocumentFixtures.h"
+#include "tests/support/ArchiveTestSupport.h"
+#include "tests/support/LocaleTestSupport.h"
+
+namespace {
+
+using document_test::AddColumn;
+using document_test::Enter;
+using document_test::KeptCounts;
+using document_test::Shown;
+
+// Publishes the protected members the tests call.
+class TestDocument : public DataMgmt {
+ public:
+  using DataMgmt::MakeAppDataPropIntoUserDefined;
+  using DataMgmt::MakeUserDataPropIntoAppDefined;
+};
+
+bool IsAddressBook(DataType::Type nType) {
+  return nType == DataType::AddressBookSuggested || nType == DataType::AddressBookSelect;
+}
+
+// The texts of the column's entries, or the names of its addresses.
+std::vector<std::string> EntryTexts(const DataProp& prop) {
+  std::vector<std::string> texts;
+  const AddressBook& book = prop.GetAddressBook();
+  for (size_t i = 0; i < book.GetCount(); ++i) texts.push_back(book.GetAt(i)->GetData(Address::Name).GetStdString());
+  for (size_t i = 0; i < prop.GetListItemsCount(); ++i) {
+    texts.push_back(prop.GetListItemAt(i)->GetTextRepresentation().GetStdString());
+  }
+  return texts;
+}
+
+// One item per text, each with one sub-item, both given the text; a
+// select-from-list column is offered the texts first.
+void Fill(DataMgmt& doc, DataProp& prop, const std::vector<const char*>& texts) {
+  std::vector<int> columns = {prop.GetID()};
+  for (const char* pszText : texts) {
+    if (IsAddressBook(prop.GetDataType())) {
+      prop.GetAddressByName(pszText, true);
+    } else if (DataType::IsListType(prop.GetDataType())) {
+      prop.GetListItemByValue(pszText, true);
+    }
+  }
+  for (const char* pszText : texts) {
+    DataItem& item = *doc.CreateDataItem(nullptr, true, true);
+    bool bRedisplay = false;
+    doc.SetData(item, prop, pszText, bRedisplay, true);
+    doc.SetData(*doc.CreateDataSubItem(item, columns, nullptr, true, true), prop, pszText, bRedisplay, true);
+  }
+}
+
+// The host's side of a type change: keep the old definition, change the
+// column's type, convert.
+bool ChangeType(DataMgmt& doc, DataProp& prop, DataType::Type nType, std::map<int, int>& entryIDMap) {
+  DataProp oldProp(prop);
+  prop.SetDataType(nType);
+  return doc.DoDataTypeChange(oldProp, prop, entryIDMap);
+}
+
+class DataMgmtListUpkeepTest : public test_support::UsLocaleTest {};
+
+TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
+  struct Row {
+    DataType::Type nFrom;
+    DataType::Type nTo;
+    const char* pszNewDefault;
+    std::vector<const char*> typed;
+    bool bResult;
+    std::vector<std::string> shown;    // item by item, afterwards
+    std::vector<bool> subItemCells;    // whether each item's sub-item still has a cell
+    std::vector<std::string> entries;  // the column's entries or addresses afterwards
+    std::vector<int> counts;
+    std::map<int, int> entryIDMap;
+  };
+  const Row rows[] = {
+      // Similar entry types share their entries: nothing changes.
+      {DataType::ValueListSelect, DataType::ValueListSuggested, "", {"red", "blue"}, false, {"red", "blue"},
+       {true, true}, {"red", "blue"}, {2, 2}, {}},
+      // One address per name, ignoring case; "Red" finds the address "red".
+      {DataType::ValueListSelect, DataType::AddressBookSelect, "", {"red", "Red", "blue"}, true, {"red", "red", "blue"},
+       {false, false, false}, {"red", "blue"}, {2, 1}, {{0, 0}, {1, 0}, {2, 1}}},
+      // Number lists do not convert to addresses: the empty default finds none.
+      {DataType::NumberListSelect, DataType::AddressBookSelect, "", {"7", "3"}, true, {"", ""}, {false, false}, {}, {},
+       {}},
+      {DataType::AddressBookSuggested, DataType::ValueListSelect, "", {"Ann", "Bob"}, true, {"Ann", "Bob"},
+       {false, false}, {"Ann", "Bob"}, {1, 1}, {{0, 0}, {1, 1}}},
+      // By the display text: "1,234" read as a decimal; a zero reads as blank.
+      {DataType::Number, DataType::Decimal, "", {"1234", "0"}, true, {"1,234.00", "0.00"}, {false, false}, {}, {}, {}},
+      // Similar: 90 seconds kept as they are, shown in whole minutes.
+      {DataType::Number, DataType::Duration, "", {"90"}, true, {"2"}, {false}, {}, {}, {}},
+      {DataType::YesNo, DataType::Number, "42", {"yes", "no"}, true, {"42", "42"}, {false, false}, {}, {}, {}},
+      // No value kind: the first item's cell is gone, the rest untouched.
+      {DataType::Text, DataType::Icon, "", {"a", "b"}, false, {"", ""}, {false, true}, {}, {}, {}},
+  };
+  for (const Row& row : rows) {
+    const std::string name = std::to_string(row.nFrom) + " to " + std::to_string(row.nTo);
+    DataMgmt doc;
+    DataProp& prop = AddColumn(doc, row.nFrom, row.pszNewDefault);
+    Fill(doc, prop, row.typed);
+    std::map<int, int> entryIDMap;
+    EXPECT_EQ(ChangeType(doc, prop, row.nTo, entryIDMap), row.bResult) << name;
+    std::vector<std::string> shown;
+    std::vector<bool> subItemCells;
+    for (size_t i = 0; i < doc.GetDataItemMgr().GetCount(); ++i) {
+      const DataItem& item = *doc.GetDataItemMgr().GetAt(i);
+      shown.push_back(Shown(doc, item, prop));
+      subItemCells.push_back(item.GetSubItemsMgr().GetAt(0)->HaveDataProp(prop.GetID()));
+    }
+    EXPECT_EQ(shown, row.shown) << name;
+    EXPECT_EQ(subItemCells, row.subItemCells) << name;
+    EXPECT_EQ(EntryTexts(prop), row.entries) << name;
+    EXPECT_EQ(KeptCounts(prop), row.counts) << name;
+    EXPECT_EQ(entryIDMap, row.entryIDMap) << name;
+  }
+}
+
+TEST_F(DataMgmtListUpkeepTest, ANumberBecomesADecimalCell) {
+  DataMgmt doc;
+  DataProp& prop = AddColumn(doc, DataType::Number);
+  Fill(doc, prop, {"12"});
+  std::map<int, int> entryIDMap;
+  ASSERT_TRUE(ChangeType(doc, prop, DataType::Decimal, entryIDMap));
+  const DataItem& item = *doc.GetDataItemMgr().GetAt(0);
+  double dValue = 0.0;
+  item.GetData(prop.GetID(), dValue);
+  EXPECT_FALSE(item.HaveDataPropInt(prop.GetID()));
+  EXPECT_EQ(dValue, 12.0);
+}
+
+// Moves the item's last-modified time a year back, through its archive form
+// (the day is the first field after the version word and the ID).
+DateTime Aged(DataItem& item) {
+  test_support::Bytes bytes = test_support::Store([&](CArchive& ar) { item.Serialize(ar); });
+  int nDay = 0;
+  std::memcpy(&nDay, &bytes[6], sizeof nDay);
+  nDay -= 365;
+  std::memcpy(&bytes[6], &nDay, sizeof nDay);
+  test_support::Load(bytes, [&](CArchive& ar) { item.Serialize(ar); });
+  DateTime aged;
+  item.GetLastModified(aged);
+  return aged;
+}
+
+int IntOf(const Data& record, const DataProp& prop) {
+  int n = -1;
+  record.GetData(prop.GetID(), n);
+  return n;
+}
+
+// Removing blue: cells of the column and of its alias that refer to blue
+// take the default entry, undoably, and the default entry gains their
+// usages. Under an item without the column its sub-items are scanned up to
+// the first one without it; under an item with it, not at all. Items
+// referring to the changed green, or with a sub-item cell replaced, are
+// stamped as modified.
+TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
+  const struct {
+    const char* pszDefault;
+    const char* pszReplaced;
+    std::vector<int> counts;  // red, green
+  } rows[] = {{"red", "red", {5, 2}}, {"purple", "", {2, 2}}};
+  for (const auto& row : rows) {
+    DataMgmt doc;
+    DataItem& bare = *doc.CreateDataItem(nullptr, true, true);  // made before the columns: holds none
+    DataProp& list = AddColumn(doc, DataType::ValueListSelect, row.pszDefault);
+    DataProp& alias = AddColumn(doc, DataType::ValueListSelect);
+    doc.SetAliasDataProp(alias.GetID(), list.GetID());
+    Fill(doc, list, {"red", "blue", "green"});
+    DataItem& red = *doc.GetDataItemMgr().GetAt(1);
+    DataItem& blue = *doc.GetDataItemMgr().GetAt(2);
+    DataItem& green = *doc.GetDataItemMgr().GetAt(3);
+    Enter(doc, blue, alias, "blue");
+    std::vector<int> withList = {list.GetID()};
+    std::vector<int> without;
+    for (const char* pszText : {"blue", "", "blue"}) {
+      DataSubItem& subItem = *doc.CreateDataSubItem(bare, *pszText ? withList : without, nullptr, true, true);
+      if (*pszText) Enter(doc, subItem, list, pszText);
+    }
+    const int nBlue = list.GetListItemByValue("blue")->GetID();
+    const int nGreen = list.GetListItemByValue("green")->GetID();
+    list.DeleteListItem(list.GetListItemByValue("blue"));
+    const DateTime redTime = Aged(red);
+    const DateTime greenTime = Aged(green);
+    const DateTime bareTime = Aged(bare);
+
+    std::vector<int> touched = {99};
+    doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
+    EXPECT_EQ(touched, std::vector<int>({list.GetID(), alias.GetID()})) << row.pszDefault;
+    EXPECT_EQ(Shown(doc, blue, list), row.pszReplaced) << row.pszDefault;
+    EXPECT_EQ(Shown(doc, blue, alias), row.pszReplaced) << row.pszDefault;
+    std::vector<int> earlier;
+    blue.GetUndoData(list.GetID(), earlier);
+    EXPECT_EQ(earlier.back(), nBlue) << row.pszDefault;
+    EXPECT_EQ(IntOf(*blue.GetSubItemsMgr().GetAt(0), list), nBlue) << row.pszDefault;
+    EXPECT_EQ(Shown(doc, *bare.GetSubItemsMgr().GetAt(0), list), row.pszReplaced) << row.pszDefault;
+    EXPECT_EQ(IntOf(*bare.GetSubItemsMgr().GetAt(2), list), nBlue) << row.pszDefault;
+    EXPECT_EQ(KeptCounts(list), row.counts) << row.pszDefault;
+    DateTime time;
+    red.GetLastModified(time);
+    EXPECT_FALSE(time > redTime) << row.pszDefault;
+    green.GetLastModified(time);
+    EXPECT_TRUE(time > greenTime) << row.pszDefault;
+    bare.GetLastModified(time);
+    EXPECT_TRUE(time > bareTime) << row.pszDefault;
+  }
+}
+
+// Every usage is recounted from items and sub-items; a cell of an aliased
+// column counts for the alias column, or nowhere when that column is gone.
+TEST_F(DataMgmtListUpkeepTest, RecountFindsEveryUsageThroughAliases) {
+  DataMgmt doc;
+  DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
+  DataProp& alias = AddColumn(doc, DataType::ValueListSuggested);
+  DataProp& orphan = AddColumn(doc, DataType::ValueListSuggested);
+  DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
+  doc.SetAliasDataProp(alias.GetID(), list.GetID());
+  doc.SetAliasDataProp(orphan.GetID(), 9999);
+  Fill(doc, list, {"red", "blue"});
+  DataItem& item = *doc.GetDataItemMgr().GetAt(0);
+  Enter(doc, item, alias, "red");
+  Enter(doc, item, orphan, "x");
+  Enter(doc, item, book, "Ann");
+  for (int i = 0; i < 5; ++i) list.GetListItemAt(1)->RegisterUsage();
+
+  doc.ResetUsageCounters();
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({3, 2}));
+  EXPECT_EQ(KeptCounts(orphan), std::vector<int>({0}));
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
+}
+
+TEST_F(DataMgmtListUpkeepTest, ColumnsMoveBetweenApplicationAndUserIDs) {
+  TestDocument doc;
+  auto* pApp = new DataProp;
+  pApp->SetID(2);
+  pApp->SetDataType(DataType::ValueListSuggested);
+  doc.AddDataProp(pApp, false, true, false, false);
+  const int nUser = AddColumn(doc, DataType::Number).GetID();
+  Fill(doc, *pApp, {"red"});
+  DataItem& item = *doc.GetDataItemMgr().GetAt(0);
+  Enter(doc, item, *doc.GetDataPropMgr().GetByID(nUser), "7");
+  const DataSubItem& subItem = *item.GetSubItemsMgr().GetAt(0);
+  std::vector<int> order;
+  const auto displayOrder = [&]() {
+    doc.GetDataPropMgr().GetDisplayOrder(order);
+    return order;
+  };
+
+  EXPECT_EQ(doc.MakeAppDataPropIntoUserDefined(3), -1);
+  EXPECT_EQ(displayOrder(), std::vector<int>({2, nUser}));
+  const int nMoved = doc.MakeAppDataPropIntoUserDefined(2);
+  EXPECT_EQ(nMoved, nUser + 1);
+  EXPECT_EQ(displayOrder(), std::vector<int>({nMoved, nUser}));
+  EXPECT_EQ(doc.GetDataPropMgr().GetByID(2), nullptr);
+  const DataProp& moved = *doc.GetDataPropMgr().GetByID(nMoved);
+  EXPECT_EQ(Shown(doc, item, moved), "red");
+  EXPECT_FALSE(item.HaveDataProp(2));
+  EXPECT_TRUE(subItem.HaveDataProp(2));           // sub-items are not visited
+  EXPECT_EQ(KeptCounts(moved), std::vector<int>({1}));  // and their usage is released
+
+  EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(nUser, 2), 2);
+  EXPECT_EQ(displayOrder(), std::vector<int>({nMoved, 2}));
+  EXPECT_EQ(Shown(doc, item, *doc.GetDataPropMgr().GetByID(2)), "7");
+  EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(nMoved, 2), -1);  // slot taken
+  EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(4242, 5), -1);
+  EXPECT_EQ(displayOrder(), std::vector<int>({nMoved, 2}));
+  EXPECT_NE(doc.GetDataPropMgr().GetByID(nMoved), nullptr);
+}
+
+// A few values of each kind that a column of the type is given.
+std::vector<const char*> TypedValues(DataType::Type nType) {
+  const std::map<DataType::Type, std::vector<const char*>> typed = {
+      {DataType::YesNo, {"yes", "no"}},
+      {DataType::Number, {"90", "0", "-5", "90"}},
+      {DataType::Duration, {"1:30", "0"}},
+      {DataType::Decimal, {"2.5", "0", "-1.25"}},
+      {DataType::Date, {"2011-05-01", ""}},
+      {DataType::Time, {"13:05", ""}},
+      {DataType::NumberListSuggested, {"7", "3", "7"}},
+      {DataType::NumberListSelect, {"7", "3", "7"}},
+      {DataType::DecimalListSuggested, {"1.25", "0.5"}},
+      {DataType::DecimalListSelect, {"1.25", "0.5"}},
+      {DataType::Monetary, {"1234.5", "0", "-3"}},
+  };
+  const auto found = typed.find(nType);
+  return found != typed.end() ? found->second : std::vector<const char*>({"red", "Red", "12", ""});
+}
+
+// Every column's entry counts, column by column.
+std::vector<std::vector<int>> AllCounts(const DataMgmt& doc) {
+  std::vector<std::vector<int>> counts;
+  const DataPropMgr& props = doc.GetDataPropMgr();
+  for (size_t i = 0; i < props.GetAppCount(); ++i) {
+    if (props.GetAppAt(i) != nullptr) counts.push_back(KeptCounts(*props.GetAppAt(i)));
+  }
+  for (size_t i = 0; i < props.GetUserCount(); ++i) counts.push_back(KeptCounts(*props.GetUserAt(i)));
+  return counts;
+}
+
+// The text of every cell of every item and sub-item, column by column.
+std::vector<std::string> AllCells(const DataMgmt& doc) {
+  std::vector<int> ids;
+  doc.GetDataPropMgr().GetDisplayOrder(ids);
+  std::vector<std::string> texts;
+  for (size_t i = 0; i < doc.GetDataItemMgr().GetCount(); ++i) {
+    const DataItem& item = *doc.GetDataItemMgr().GetAt(i);
+    const auto add = [&](const Data& record) {
+      for (int nID : ids) texts.push_back(doc.GetTextRepresentation(record, nID, false).GetStdString());
+    };
+    add(item);
+    for (size_t j = 0; j < item.GetSubItemsMgr().GetCount(); ++j) add(*item.GetSubItemsMgr().GetAt(j));
+  }
+  return texts;
+}
+
+// For every pair of types a column may change between: a document with
+// values of the column, of a list and of a column aliased to the list, in
+// items and sub-items, goes through a type change, a removed list entry,
+// the column's moves to an application ID and back to a user ID, and the
+// change back when allowed. After it, a recount finds the counts the
+// document held, and every cell shows the same text once saved and loaded.
+TEST_F(DataMgmtListUpkeepTest, CountsAndTextsHoldThroughTypeChangesEditsAndMoves) {
+  const char* const LIST[] = {"red", "blue", "green"};
+  for (int nFrom = DataType::YesNo; nFrom <= DataType::Icon; ++nFrom) {
+    for (int nTo = DataType::YesNo; nTo <= DataType::Icon; ++nTo) {
+      const auto from = static_cast<DataType::Type>(nFrom);
+      const auto to = static_cast<DataType::Type>(nTo);
+      if (from == to || !DataType::CanConvertBetween(from, to)) continue;
+      const std::string name = std::to_string(nFrom) + " to " + std::to_string(nTo);
+      TestDocument doc;
+      DataProp* pColumn = &AddColumn(doc, from);
+      DataProp& list = AddColumn(doc, DataType::ValueListSuggested, "red");
+      for (const char* pszEntry : LIST) list.GetListItemByValue(pszEntry, true);
+      const int nAlias = AddColumn(doc, DataType::ValueListSuggested).GetID();
+      doc.SetAliasDataProp(nAlias, list.GetID());
+      std::vector<int> columns = {pColumn->GetID(), list.GetID(), nAlias};
+      const std::vector<const char*> values = TypedValues(from);
+      for (size_t i = 0; i < values.size(); ++i) {
+        DataItem& item = *doc.CreateDataItem(nullptr, true, true);
+        DataSubItem& subItem = *doc.CreateDataSubItem(item, columns, nullptr, true, true);
+        bool bRedisplay = false;
+        doc.SetData(item, pColumn->GetID(), values[i], bRedisplay, true);
+        doc.SetData(item, list.GetID(), LIST[i % 3], bRedisplay, true);
+        doc.SetData(item, nAlias, LIST[(i + 1) % 3], bRedisplay, true);
+        doc.SetData(subItem, pColumn->GetID(), values[(i + 1) % values.size()], bRedisplay, true);
+        doc.SetData(subItem, list.GetID(), LIST[(i + 2) % 3], bRedisplay, true);
+      }
+
+      std::map<int, int> entryIDMap;
+      ChangeType(doc, *pColumn, to, entryIDMap);
+      const int nBlue = list.GetListItemByValue("blue")->GetID();
+      const int nGreen = list.GetListItemByValue("green")->GetID();
+      list.DeleteListItem(list.GetListItemByValue("blue"));
+      std::vector<int> touched;
+      doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
+      const int nApp = doc.MakeUserDataPropIntoAppDefined(pColumn->GetID(), 3);
+      pColumn = doc.GetDataPropMgr().GetByID(doc.MakeAppDataPropIntoUserDefined(nApp));
+      ASSERT_NE(pColumn, nullptr) << name;
+      if (DataType::CanConvertBetween(to, from)) ChangeType(doc, *pColumn, from, entryIDMap);
+
+      const std::vector<std::vector<int>> held = AllCounts(doc);
+      doc.ResetUsageCounters();
+      EXPECT_EQ(AllCounts(doc), held) << name;
+      DataMgmt loaded;
+      loaded.SetAliasDataProp(nAlias, list.GetID());
+      test_support::LoadAll(test_support::Store([&](CArchive& ar) { doc.Serialize(ar); }), loaded);
+      EXPECT_EQ(AllCells(loaded), AllCells(doc)) << name;
+    }
+  }
+}
+
+}  // namespace
