@@ -1,5 +1,9 @@
 #include "DataMgr/document/DataMgmt.h"
 
+#include <memory>
+#include <string>
+#include <unordered_map>
+
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/ListItem.h"
 #include "DataMgr/schema/ValueCodec.h"
@@ -35,29 +39,72 @@ std::vector<CString> EntryTexts(const DataProp& prop) {
   return texts;
 }
 
-// A list entry of that exact text, or an address of that name ignoring
-// case, unless prop has one already.
-void AddEntry(DataProp& prop, const CString& text) {
-  if (!IsAddressBookType(prop.GetDataType())) {
-    if (prop.GetListItemByValue(text) != nullptr) return;
-    if (ListItem* pEntry = prop.CreateListItem(true, -1)) pEntry->SetTextRepresentation(text);
-    return;
+// The list entries of a column by their exact text, for the lookups of one
+// type change: built once, then kept in step with the entries it creates, so
+// that each item's text is not looked for by a scan of the list. It finds
+// what a lookup by value finds (the first entry of a text in display order)
+// and creates an entry the way that lookup does. Nothing else may change
+// the column's entries while it is in use.
+class ListEntryIndex {
+ public:
+  explicit ListEntryIndex(DataProp& prop) : m_prop(prop) {
+    for (size_t i = 0; i < prop.GetListItemsCount(); ++i) {
+      const ListItem* pEntry = prop.GetListItemAt(i);
+      m_mapIDs.emplace(pEntry->GetTextRepresentation().GetStdString(), pEntry->GetID());
+    }
   }
-  AddressBook& book = prop.GetAddressBook();
-  if (book.GetByName(text, false) != nullptr) return;
+
+  // The ID of the entry of that text; -1 when there is none and not
+  // bCreate. A created entry is placed again by its value when the column
+  // keeps its entries sorted.
+  int Find(const CString& text, bool bCreate) {
+    const auto found = m_mapIDs.find(text.GetStdString());
+    if (found != m_mapIDs.end()) return found->second;
+    if (!bCreate) return -1;
+    const int nID = Create(text);
+    if (m_prop.GetKeepListItemsSorted()) m_prop.SetKeepListItemsSorted(true);
+    return nID;
+  }
+  // A new entry of that text, at the end or in its place by value.
+  int Create(const CString& text) {
+    ListItem* pEntry = m_prop.CreateListItem(true, -1);
+    if (pEntry == nullptr) return -1;
+    pEntry->SetTextRepresentation(text);
+    m_mapIDs.emplace(pEntry->GetTextRepresentation().GetStdString(), pEntry->GetID());
+    return pEntry->GetID();
+  }
+
+ private:
+  DataProp& m_prop;
+  std::unordered_map<std::string, int> m_mapIDs;
+};
+
+// An address of that name ignoring case, unless the book has one.
+void AddAddress(AddressBook& book, const CString& name) {
+  if (book.GetByName(name, false) != nullptr) return;
   auto* pAddress = new Address;
   book.Add(pAddress, true);
-  pAddress->SetData(Address::Name, text);
+  pAddress->SetData(Address::Name, name);
 }
 
-// newProp's entries made anew from oldProp's, as far as they carry over.
+// newProp's entries made anew from oldProp's, as far as they carry over: a
+// list entry for each text that none has exactly, an address for each name
+// that none has ignoring case.
 void RebuildEntries(const DataProp& oldProp, DataProp& newProp) {
   newProp.GetAddressBook().DeleteAll(true);
   std::vector<ListItem*> none;
   newProp.ReplaceListItems(none);
   newProp.RefreshNextListItemID();
   if (!CarriesEntries(oldProp.GetDataType(), newProp.GetDataType())) return;
-  for (const CString& text : EntryTexts(oldProp)) AddEntry(newProp, text);
+  const std::vector<CString> texts = EntryTexts(oldProp);
+  if (IsAddressBookType(newProp.GetDataType())) {
+    for (const CString& text : texts) AddAddress(newProp.GetAddressBook(), text);
+    return;
+  }
+  ListEntryIndex index(newProp);
+  for (const CString& text : texts) {
+    if (index.Find(text, false) < 0) index.Create(text);
+  }
 }
 
 }  // namespace
@@ -81,6 +128,12 @@ bool DataMgmt::DoDataTypeChange(DataProp& oldProp, DataProp& newProp, std::map<i
   if (bOldIsEntry && bNewIsEntry) RebuildEntries(oldProp, newProp);
 
   const ValueCodec& codec = ValueCodec::For(nNewType);
+  std::unique_ptr<ListEntryIndex> pListIndex;
+  if (bNewIsEntry && !IsAddressBookType(nNewType)) pListIndex = std::make_unique<ListEntryIndex>(newProp);
+  const auto parse = [&](const CString& text) {
+    if (pListIndex != nullptr) return CellValue(pListIndex->Find(text, !text.IsEmpty()));
+    return codec.Parse(text, newProp, !text.IsEmpty());
+  };
   const bool bByText = bCanConvert && !bSimilar;
   const int nOldID = oldProp.GetID();
   const int nNewID = newProp.GetID();
@@ -99,12 +152,11 @@ bool DataMgmt::DoDataTypeChange(DataProp& oldProp, DataProp& newProp, std::map<i
     }
     CellValue value;
     if (bByText) {
-      const CString text = GetTextRepresentation(item, nOldID, oldProp, true);
-      value = codec.Parse(text, newProp, !text.IsEmpty());
+      value = parse(GetTextRepresentation(item, nOldID, oldProp, true));
     } else if (bCanConvert) {
       value = codec.Read(item, nOldID);
     } else {
-      value = codec.Parse(newProp.GetDefaultValue(), newProp, !newProp.GetDefaultValue().IsEmpty());
+      value = parse(newProp.GetDefaultValue());
     }
     item.DeleteData(nOldID);
     bConverted = true;

@@ -85,6 +85,7 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
     std::vector<std::string> entries;  // the column's entries or addresses afterwards
     std::vector<int> counts;
     std::map<int, int> entryIDMap;
+    bool bKeepSorted = false;
   };
   const Row rows[] = {
       // Similar entry types share their entries: nothing changes.
@@ -102,6 +103,9 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
       {DataType::Number, DataType::Decimal, "", {"1234", "0"}, true, {"1,234.00", "0.00"}, {false, false}, {}, {}, {}},
       // Similar: 90 seconds kept as they are, shown in whole minutes.
       {DataType::Number, DataType::Duration, "", {"90"}, true, {"2"}, {false}, {}, {}, {}},
+      // A list kept sorted places each new entry by its text; an empty text names none.
+      {DataType::Text, DataType::ValueListSuggested, "", {"a", "c", "b", "c", ""}, true, {"a", "c", "b", "c", ""},
+       {false, false, false, false, false}, {"a", "b", "c"}, {1, 1, 2}, {}, true},
       {DataType::YesNo, DataType::Number, "42", {"yes", "no"}, true, {"42", "42"}, {false, false}, {}, {}, {}},
       // No value kind: the first item's cell is gone, the rest untouched.
       {DataType::Text, DataType::Icon, "", {"a", "b"}, false, {"", ""}, {false, true}, {}, {}, {}},
@@ -111,6 +115,7 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
     DataMgmt doc;
     DataProp& prop = AddColumn(doc, row.nFrom, row.pszNewDefault);
     Fill(doc, prop, row.typed);
+    prop.SetKeepListItemsSorted(row.bKeepSorted);
     std::map<int, int> entryIDMap;
     EXPECT_EQ(ChangeType(doc, prop, row.nTo, entryIDMap), row.bResult) << name;
     std::vector<std::string> shown;
