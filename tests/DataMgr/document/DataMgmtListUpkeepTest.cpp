@@ -133,19 +133,6 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
   }
 }
 
-TEST_F(DataMgmtListUpkeepTest, ANumberBecomesADecimalCell) {
-  DataMgmt doc;
-  DataProp& prop = AddColumn(doc, DataType::Number);
-  Fill(doc, prop, {"12"});
-  std::map<int, int> entryIDMap;
-  ASSERT_TRUE(ChangeType(doc, prop, DataType::Decimal, entryIDMap));
-  const DataItem& item = *doc.GetDataItemMgr().GetAt(0);
-  double dValue = 0.0;
-  item.GetData(prop.GetID(), dValue);
-  EXPECT_FALSE(item.HaveDataPropInt(prop.GetID()));
-  EXPECT_EQ(dValue, 12.0);
-}
-
 // Moves the item's last-modified time a year back, through its archive form
 // (the day is the first field after the version word and the ID).
 DateTime Aged(DataItem& item) {
