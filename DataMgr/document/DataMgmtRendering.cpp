@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "DataMgr/filter/DataFilter.h"
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/ListItem.h"
 #include "DataMgr/types/Money.h"
@@ -195,4 +196,16 @@ void DataMgmt::GetUndoBufferTexts(const Data& data, const DataProp& prop, TextAr
 void DataMgmt::ReplaceCRLF(CString& text) const {
   if (text.FindOneOf("\r\n") < 0) return;
   for (const char* pszBreak : {"\r\n\r\n", "\n\n\n\n", "\r\n", "\n\n", "\n", "\r"}) text.Replace(pszBreak, " ");
+}
+
+CString DataMgmt::GetTextRepresentation(const DataFilter& filter, const DataProp& prop) {
+  CString text;
+  if (!DataType::IsListType(prop.GetDataType())) {
+    filter.GetValue(text);
+    return text;
+  }
+  std::vector<int> ids;
+  filter.GetValue(ids);
+  FindEntryText(prop, ids.empty() ? -1 : ids.front(), text);
+  return text;
 }
