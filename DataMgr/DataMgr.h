@@ -26,5 +26,7 @@
 #include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/filter/DataFilter.h"
 #include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/filter/HighlightFilter.h"
+#include "DataMgr/filter/HighlightFilterMgr.h"
 
 #endif  // DATAMGR_DATAMGR_H_
