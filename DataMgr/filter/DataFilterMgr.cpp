@@ -27,6 +27,15 @@ T ValueOf(const Data& data, int nID) {
   return value;
 }
 
+// A record's text, read into a buffer kept per thread: reading a text into
+// memory it already holds spares an allocation for each record. Valid until
+// the next call on the same thread.
+const CString& TextOf(const Data& data, int nID) {
+  thread_local CString buffer;
+  data.GetData(nID, buffer);
+  return buffer;
+}
+
 }  // namespace
 
 DataFilterMgr::DataFilterMgr(const DataFilterMgr& other) : m_nextID(other.m_nextID) { CopyFiltersFrom(other); }
@@ -172,13 +181,13 @@ bool DataFilterMgr::DoesDataPassFilter(const Data& data, const DataFilter& filte
     case DataType::NumberWithRomanOrText: {
       bool bAlone = false;
       CString remainder;
-      return filter.PassesFilter(NumberTextConv::ParseNumber(ValueOf<CString>(data, nID), bAlone, remainder,
+      return filter.PassesFilter(NumberTextConv::ParseNumber(TextOf(data, nID), bAlone, remainder,
                                                              nType == DataType::NumberWithRomanOrText));
     }
     default:
       break;
   }
-  if (filter_types::IsTextType(nType)) return filter.PassesFilter(ValueOf<CString>(data, nID));
+  if (filter_types::IsTextType(nType)) return filter.PassesFilter(TextOf(data, nID));
   if (DataType::IsListType(nType)) return filter.PassesListItemFilter(ValueOf<int>(data, nID));
   return false;
 }
