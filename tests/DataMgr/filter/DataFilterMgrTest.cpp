@@ -86,6 +86,7 @@ TEST_F(DataFilterMgrTest, SubItemsLackingAColumnAndUntestableColumns) {
   DataSubItem& sub = AddSubItem({m_number.GetID()});
   DataFilterMgr lacking;
   lacking.Add(MakeFilter(m_text, DataFilter::HasAnyData, "", NONE), true);
+  lacking.GetAt(0)->SetDataType(DataType::EmbeddedThumbnail);  // untestable, but not held
   EXPECT_TRUE(lacking.PassesFilters(sub, true));
   EXPECT_FALSE(lacking.PassesFilters(sub, false));
   DataFilterMgr untestable;
@@ -96,7 +97,7 @@ TEST_F(DataFilterMgrTest, SubItemsLackingAColumnAndUntestableColumns) {
   EXPECT_TRUE(untestable.PassesFilters(m_item));
 }
 
-// Copies are deep and keep the next ID; RemoveDataProp and Update.
+// Copies are deep and keep the next ID.
 TEST_F(DataFilterMgrTest, IdsCopiesAndRemovals) {
   DataFilterMgr set;
   for (int i = 0; i < 3; ++i) set.Add(Equals("1"), true);
@@ -104,24 +105,17 @@ TEST_F(DataFilterMgrTest, IdsCopiesAndRemovals) {
   set.Add(Equals("1"), true);
   set.Add(MakeFilter(m_text, DataFilter::Contains, "x", NONE), true);
   DataFilterMgr copy(set);
-  copy.GetAt(0)->SetValue("2");
-  EXPECT_FALSE(*copy.GetAt(0) == *set.GetAt(0));
-  set.Add(Equals("1"), true);
-  EXPECT_EQ(set.GetAt(2)->GetID(), 5);
+  set.GetAt(0)->SetValue("2");
+  EXPECT_FALSE(*set.GetAt(0) == *copy.GetAt(0));
   set = copy;
   set.Add(Equals("1"), true);
   EXPECT_EQ(set.GetAt(2)->GetID(), 5);
+  EXPECT_TRUE(set.RemoveDataProp(m_number.GetID()));
+  EXPECT_FALSE(set.RemoveDataProp(m_number.GetID()));
+  EXPECT_EQ(set.GetCount(), 1u);
   set.DeleteAll(true);
   set.Add(Equals("1"), true);
   EXPECT_EQ(set.GetAt(0)->GetID(), 0);
-  DataFilter stranger;
-  set.Delete(&stranger);
-  set.Update(1, &stranger);
-  EXPECT_TRUE(copy.RemoveDataProp(m_number.GetID()));
-  EXPECT_FALSE(copy.RemoveDataProp(m_number.GetID()));
-  ASSERT_EQ(copy.GetCount(), 1u);
-  copy.Update(0, &stranger);
-  EXPECT_TRUE(*copy.GetAt(0) == stranger);
 }
 
 TEST_F(DataFilterMgrTest, ArchiveOfEveryVersionKeepsTheIds) {
@@ -156,18 +150,14 @@ TEST_F(DataFilterMgrTest, TheCompareValueAsTheDocumentShowsIt) {
   DataProp& book = AddColumn(m_doc, DataType::AddressBookSuggested);
   for (const char* pszEntry : {"red", "blue"}) Type(m_doc, m_item, list, pszEntry);
   Type(m_doc, m_item, book, "Ann");
-  const int nRed = list.GetListItemByValue("red")->GetID();
-  const int nBlue = list.GetListItemByValue("blue")->GetID();
-  const struct {
-    const DataProp* pProp;
-    std::vector<int> ids;
-    const char* pszShown;
-  } rows[] = {{&list, {nBlue, nRed}, "blue"}, {&list, {}, ""}, {&list, {999}, ""},
-              {&book, {book.GetAddressBook().GetAt(0)->GetID()}, "Ann"}, {&m_text, {}, "as typed"}};
-  for (const auto& row : rows) {
-    DataFilter filter;
-    filter.SetValue(row.pProp == &m_text ? CString("as typed") : CString());
-    if (!row.ids.empty()) filter.SetValue(row.ids);
-    EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, *row.pProp), row.pszShown) << row.pszShown;
-  }
+  DataFilter filter;
+  filter.SetValue(std::vector<int>{list.GetListItemByValue("blue")->GetID(), list.GetListItemByValue("red")->GetID()});
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, list), "blue");
+  filter.SetValue(std::vector<int>{book.GetAddressBook().GetAt(0)->GetID()});
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, book), "Ann");
+  filter.SetValue(std::vector<int>{999});
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, list), "");
+  filter.SetValue("as typed");
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, list), "");
+  EXPECT_EQ(DataMgmt::GetTextRepresentation(filter, m_text), "as typed");
 }

@@ -182,26 +182,19 @@ TEST_F(HighlightFilterTest, DeletingSpecialRulesSkipsTheRuleBehindARemovedOne) {
   EXPECT_TRUE(set.HaveTodayFilter());
 }
 
+// "Include" and "Exclude" are replaced in the quoted value too.
 TEST_F(HighlightFilterTest, Descriptions) {
-  const struct {
-    const char* pszRule;
-    bool bInclude;
-    const char* pszDesc;
-  } rows[] = {
-      {"F", false, "Don't highlight if file does not exist."},
-      {"T", true, "Highlight if date is \"today\"."},
-      {"Include", true, "Highlight if \"%s\" contains \"Highlight\"."},
-      {"Include or Exclude", false, "Don't highlight if \"%s\" contains \"Include or Don't highlight\"."},
-  };
-  for (const auto& row : rows) {
-    HighlightFilter rule;
-    if (row.pszRule == std::string("F")) rule.SetIsFileDoesntExistFilter();
-    if (row.pszRule == std::string("T")) rule.SetIsTodayFilter();
-    rule.SetFilterType(DataFilter::Contains);
-    rule.SetValue(row.pszRule);
-    rule.SetInclude(row.bInclude);
-    EXPECT_EQ(rule.GetDescription(), row.pszDesc);
-  }
+  HighlightFilter rule;
+  rule.SetFilterType(DataFilter::Contains);
+  rule.SetValue("Include or Exclude");
+  EXPECT_EQ(rule.GetDescription(), "Highlight if \"%s\" contains \"Highlight or Exclude\".");
+  rule.SetInclude(false);
+  EXPECT_EQ(rule.GetDescription(), "Don't highlight if \"%s\" contains \"Include or Don't highlight\".");
+  rule.SetIsFileDoesntExistFilter();
+  EXPECT_EQ(rule.GetDescription(), "Don't highlight if file does not exist.");
+  HighlightFilter today;
+  today.SetIsTodayFilter();
+  EXPECT_EQ(today.GetDescription(), "Highlight if date is \"today\".");
 }
 
 // Copying a set keeps plain conditions only; CopyEntries and Sync carry
