@@ -24,5 +24,9 @@
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/filter/DataFilter.h"
+#include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/filter/HighlightFilter.h"
+#include "DataMgr/filter/HighlightFilterMgr.h"
 
 #endif  // DATAMGR_DATAMGR_H_

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/filter/HighlightFilterMgr.h"
 #include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
@@ -170,6 +172,61 @@ std::vector<Bytes> DataPropMgrSeeds() {
   return {StoreBytes(registry)};
 }
 
+// A condition of each value form: a text, a list selection, none.
+void FillFilters(DataFilterMgr& set) {
+  DataFilter* pText = new DataFilter;
+  pText->SetDataPropID(5000);
+  pText->SetFilterType(DataFilter::Contains);
+  pText->SetValue(CString("a*z"));
+  set.Add(pText, true);
+  DataFilter* pList = new DataFilter;
+  pList->SetDataPropID(5001);
+  pList->SetDataType(DataType::ValueListSelect);
+  pList->SetFilterType(DataFilter::IsEqualTo);
+  pList->SetValue(std::vector<int>{3, 1});
+  pList->SetRequired(false);
+  set.Add(pList, true);
+}
+
+std::vector<Bytes> DataFilterSeeds() {
+  DataFilterMgr set;
+  FillFilters(set);
+  return {StoreBytes(*set.GetAt(0)), StoreBytes(*set.GetAt(1))};
+}
+
+std::vector<Bytes> DataFilterMgrSeeds() {
+  DataFilterMgr set;
+  const Bytes empty = StoreBytes(set);
+  FillFilters(set);
+  return {empty, StoreBytes(set)};
+}
+
+void FillHighlightRules(HighlightFilterMgr& set) {
+  HighlightFilter* pRule = set.CreateEntry(true);
+  pRule->SetDataPropID(5002);
+  pRule->SetDataType(DataType::Number);
+  pRule->SetFilterType(DataFilter::IsGreaterThan);
+  pRule->SetValue(CString("10"));
+  pRule->SetName(CString("large"));
+  set.AddFileDoesntExistFilter(5003);
+  set.AddTodayFilter(5004);
+  set.SetMustPassAllFilters(true);
+}
+
+std::vector<Bytes> HighlightFilterSeeds() {
+  HighlightFilterMgr set;
+  FillHighlightRules(set);
+  return {StoreBytes(*dynamic_cast<HighlightFilter*>(set.GetAt(0))),
+          StoreBytes(*dynamic_cast<HighlightFilter*>(set.GetAt(1)))};
+}
+
+std::vector<Bytes> HighlightFilterMgrSeeds() {
+  HighlightFilterMgr set;
+  const Bytes empty = StoreBytes(set);
+  FillHighlightRules(set);
+  return {empty, StoreBytes(set)};
+}
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -201,6 +258,10 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "addressbook_fuzzer", AddressBookSeeds()) &&
                         WriteSeeds(root, "listitem_fuzzer", ListItemSeeds()) &&
                         WriteSeeds(root, "dataprop_fuzzer", ColumnSeeds()) &&
-                        WriteSeeds(root, "datapropmgr_fuzzer", DataPropMgrSeeds());
+                        WriteSeeds(root, "datapropmgr_fuzzer", DataPropMgrSeeds()) &&
+                        WriteSeeds(root, "datafilter_fuzzer", DataFilterSeeds()) &&
+                        WriteSeeds(root, "datafiltermgr_fuzzer", DataFilterMgrSeeds()) &&
+                        WriteSeeds(root, "highlightfilter_fuzzer", HighlightFilterSeeds()) &&
+                        WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds());
   return bWritten ? 0 : 1;
 }

@@ -16,6 +16,8 @@
 #include "framework/CString.h"
 #include "utility/TextArray.h"
 
+class DataFilter;
+
 // One open document: its columns (a DataPropMgr), its records (a
 // DataItemMgr), an in-memory map of column aliases and the folder of the
 // last export. The host owns the document; the document owns the registry
@@ -106,6 +108,9 @@ class VAXO057_API DataMgmt {
   // Rendering. The first form maps the column through the alias map.
   CString GetTextRepresentation(const Data& data, int nDataPropID, bool bBlankZero) const;
   static CString GetTextRepresentation(const Data& data, int nDataPropID, const DataProp& prop, bool bBlankZero);
+  // A filter's compare value as text: for list and address columns the
+  // text of the first selected entry (empty when there is none).
+  static CString GetTextRepresentation(const DataFilter& filter, const DataProp& prop);
   // Appends the texts of the record's earlier values of the column, oldest
   // first, without prefix, suffix or sign.
   static void GetUndoBufferTexts(const Data& data, const DataProp& prop, TextArray& texts, bool bBlankZero);

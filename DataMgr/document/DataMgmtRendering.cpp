@@ -1,5 +1,6 @@
 #include "DataMgr/document/DataMgmt.h"
 
+#include "DataMgr/filter/DataFilter.h"
 #include "DataMgr/schema/ValueCodec.h"
 
 CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, bool bBlankZero) const {
@@ -23,4 +24,16 @@ void DataMgmt::GetUndoBufferTexts(const Data& data, const DataProp& prop, TextAr
 void DataMgmt::ReplaceCRLF(CString& text) const {
   if (text.FindOneOf("\r\n") < 0) return;
   for (const char* pszBreak : {"\r\n\r\n", "\n\n\n\n", "\r\n", "\n\n", "\n", "\r"}) text.Replace(pszBreak, " ");
+}
+
+CString DataMgmt::GetTextRepresentation(const DataFilter& filter, const DataProp& prop) {
+  CString text;
+  if (!DataType::IsListType(prop.GetDataType())) {
+    filter.GetValue(text);
+    return text;
+  }
+  std::vector<int> ids;
+  filter.GetValue(ids);
+  ValueCodec::For(prop.GetDataType()).FindEntryText(prop, ids.empty() ? -1 : ids.front(), text);
+  return text;
 }
