@@ -24,6 +24,7 @@
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/sort/SortData.h"
 #include "DataMgr/sort/SortOrder.h"
 #include "DataMgr/sort/SortOrderInfo.h"
 #include "DataMgr/sort/SortOrderMgr.h"
