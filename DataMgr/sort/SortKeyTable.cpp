@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
+#include <numeric>
 #include <unordered_map>
 #include <utility>
 
@@ -32,9 +34,60 @@ bool AppendComparable(std::string& out, const CString& text, bool bFold) {
     return false;
   }
   const size_t nNul = bytes.find('\0');
-  const size_t nLength = nNul == std::string::npos ? bytes.size() : nNul;
-  for (size_t i = 0; i < nLength; ++i) out.push_back(FoldAscii(bytes[i]));
+  const size_t nStart = out.size();
+  out.append(bytes, 0, nNul);
+  std::transform(out.begin() + static_cast<std::ptrdiff_t>(nStart), out.end(), out.begin() + static_cast<std::ptrdiff_t>(nStart), FoldAscii);
   return nNul != std::string::npos;
+}
+
+// The first eight bytes of a text, big-endian, zero-padded: where they
+// differ, their order is the texts' order.
+uint64_t Prefix(std::string_view text) {
+  uint64_t nPrefix = 0;
+  for (size_t i = 0; i < 8; ++i) nPrefix = (nPrefix << 8) | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0u);
+  return nPrefix;
+}
+
+// The distinct texts among textAt(0) to textAt(nCount - 1) in first-seen
+// order, and for each text the index of its distinct one (an open-addressing
+// table over the texts).
+template <typename TextAt>
+std::vector<std::string_view> Distinct(size_t nCount, TextAt textAt, std::vector<uint32_t>& indexes) {
+  size_t nSlots = 16;
+  while (nSlots < 2 * nCount) nSlots *= 2;
+  std::vector<uint32_t> slots(nSlots, 0);  // distinct index + 1; 0 for a free slot
+  std::vector<std::string_view> values;
+  indexes.resize(nCount);
+  const std::hash<std::string_view> hash;
+  for (size_t i = 0; i < nCount; ++i) {
+    const std::string_view text = textAt(i);
+    size_t nSlot = hash(text) & (nSlots - 1);
+    while (slots[nSlot] != 0 && values[slots[nSlot] - 1] != text) nSlot = (nSlot + 1) & (nSlots - 1);
+    if (slots[nSlot] == 0) {
+      values.push_back(text);
+      slots[nSlot] = static_cast<uint32_t>(values.size());
+    }
+    indexes[i] = slots[nSlot] - 1;
+  }
+  return values;
+}
+
+// The rank of each text: equal texts share one, and ranks follow the texts'
+// byte-wise order (that of CString::Compare).
+template <typename TextAt>
+std::vector<uint32_t> Ranks(size_t nCount, TextAt textAt) {
+  std::vector<uint32_t> ranks;
+  const std::vector<std::string_view> values = Distinct(nCount, textAt, ranks);
+  std::vector<std::pair<uint64_t, uint32_t>> order;
+  order.reserve(values.size());
+  for (size_t i = 0; i < values.size(); ++i) order.emplace_back(Prefix(values[i]), static_cast<uint32_t>(i));
+  std::sort(order.begin(), order.end(), [&values](const auto& a, const auto& b) {
+    return a.first != b.first ? a.first < b.first : values[a.second] < values[b.second];
+  });
+  std::vector<uint32_t> rankOf(values.size());
+  for (size_t i = 0; i < order.size(); ++i) rankOf[order[i].second] = static_cast<uint32_t>(i);
+  for (uint32_t& nRank : ranks) nRank = rankOf[nRank];
+  return ranks;
 }
 
 // An int as an unsigned code of the same order.
@@ -47,6 +100,20 @@ uint32_t Directed(uint32_t nAux, bool bAscending) { return bAscending ? nAux : ~
 // DateTime's order of one part: missing (not valid) first, then by value.
 // Ascending puts the later value first, so the code is inverted.
 uint64_t LaterFirst(bool bValid, int nValue) { return ~(bValid ? OrderedInt(nValue) + 1 : 0); }
+
+// Money's order as (class, code): sign and magnitude in one 64-bit code
+// below 2^63, the rare larger magnitudes in classes of their own below and
+// above.
+constexpr uint64_t HALF_RANGE = 1ull << 63;
+uint32_t MoneyClass(const Money& value) {
+  if (value.GetAmount() < HALF_RANGE) return 1;
+  return value.GetIsPositive() ? 2 : 0;
+}
+uint64_t MoneyCode(const Money& value) {
+  const uint64_t nAmount = value.GetAmount();
+  if (nAmount >= HALF_RANGE) return value.GetIsPositive() ? nAmount : ~nAmount;
+  return value.GetIsPositive() ? HALF_RANGE + nAmount : HALF_RANGE - 1 - nAmount;
+}
 
 uint64_t DoubleBits(double dValue) {
   uint64_t nBits = 0;
@@ -79,19 +146,17 @@ std::string_view SortKeyTable::TextPool::At(size_t nIndex) const {
   return std::string_view(m_strBytes.data() + nBegin, m_vecEnds[nIndex] - nBegin);
 }
 
-uint64_t SortKeyTable::TextPool::Prefix(size_t nIndex) const {
-  const std::string_view text = At(nIndex);
-  uint64_t nPrefix = 0;
-  for (size_t i = 0; i < 8; ++i) {
-    nPrefix = (nPrefix << 8) | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0u);
-  }
-  return nPrefix;
-}
-
 int SortKeyTable::TextPool::Compare(size_t nA, size_t nB, bool bNulInA) const {
   const int nCompare = At(nA).compare(At(nB));
   if (nCompare == 0) return bNulInA ? 1 : 0;
   return nCompare < 0 ? -1 : 1;
+}
+
+void SortKeyTable::TextPool::Reserve(size_t nCount) { m_vecEnds.reserve(nCount); }
+
+void SortKeyTable::TextPool::Clear() {
+  std::string().swap(m_strBytes);
+  std::vector<size_t>().swap(m_vecEnds);
 }
 
 SortKeyTable::SortKeyTable(const std::vector<SortData::ResolvedKey>& keys, bool bDirectoriesFirst)
@@ -105,11 +170,11 @@ SortKeyTable::SortKeyTable(const std::vector<SortData::ResolvedKey>& keys, bool 
     column.bCaseSensitive = key.bCaseSensitive;
     column.pKey = &key;
     switch (column.nRule) {
-      case Rule::DECIMAL:
-        column.nKind = Kind::DECIMAL;
-        break;
       case Rule::TEXT:
         column.nKind = Kind::TEXT;
+        break;
+      case Rule::DECIMAL:
+        column.nKind = Kind::DECIMAL;
         break;
       case Rule::PATH:
         column.nKind = Kind::PATH;
@@ -137,6 +202,7 @@ SortKeyTable::SortKeyTable(const std::vector<SortData::ResolvedKey>& keys, bool 
 
 void SortKeyTable::Sort(std::vector<Data*>& records) {
   Extract(records);
+  ChooseCarriedKeys();
   std::vector<Element> elements;
   elements.reserve(records.size());
   for (size_t i = 0; i < records.size(); ++i) elements.push_back(MakeElement(records[i], i));
@@ -150,6 +216,10 @@ void SortKeyTable::Sort(std::vector<Data*>& records) {
 
 void SortKeyTable::Extract(const std::vector<Data*>& records) {
   m_vecCells.assign(records.size() * m_vecKeys.size(), Cell());
+  for (KeyColumn& key : m_vecKeys) {
+    if (key.nKind == Kind::TEXT || key.nKind == Kind::NUMBER_TEXT) key.texts.Reserve(records.size());
+    if (key.nKind == Kind::NUMBER_TEXT) key.leading.Reserve(records.size());
+  }
   for (size_t i = 0; i < records.size(); ++i) {
     const Data* pRecord = records[i];
     for (size_t k = 0; k < m_vecKeys.size(); ++k) {
@@ -159,11 +229,12 @@ void SortKeyTable::Extract(const std::vector<Data*>& records) {
         cell.nFlags = PRESENT;
         ExtractCell(key, *pRecord, cell);
       }
-      ExtractTexts(key, (cell.nFlags & PRESENT) != 0 ? pRecord : nullptr, cell, i);
+      ExtractTexts(key, (cell.nFlags & PRESENT) != 0 ? pRecord : nullptr, cell);
     }
   }
   for (size_t k = 0; k < m_vecKeys.size(); ++k) {
     const KeyColumn& key = m_vecKeys[k];
+    if (key.nKind == Kind::TEXT) RankRecordTexts(k);
     if (key.bListOrder || key.nKind == Kind::RANKED_ENTRY || key.nKind == Kind::DECIMAL_ENTRY) ResolveEntries(k);
   }
 }
@@ -191,9 +262,8 @@ void SortKeyTable::ExtractCell(KeyColumn& key, const Data& record, Cell& cell) {
     }
     case Rule::MONEY: {
       const Money value = ValueOf(record, nID, Money());
-      const bool bPositive = value.GetIsPositive();
-      cell.nAux = Directed(uint32_t{bPositive ? 1u : 0u}, bAscending);
-      cell.nCode = Directed(bPositive ? value.GetAmount() : ~value.GetAmount(), bAscending);
+      cell.nAux = Directed(MoneyClass(value), bAscending);
+      cell.nCode = Directed(MoneyCode(value), bAscending);
       break;
     }
     case Rule::DECIMAL:
@@ -212,17 +282,16 @@ void SortKeyTable::ExtractCell(KeyColumn& key, const Data& record, Cell& cell) {
 
 // The values held beside the cells; every record gets its place, with or
 // without a value (pRecord null).
-void SortKeyTable::ExtractTexts(KeyColumn& key, const Data* pRecord, Cell& cell, size_t nIndex) {
+void SortKeyTable::ExtractTexts(KeyColumn& key, const Data* pRecord, Cell& cell) {
   if (key.nKind != Kind::TEXT && key.nKind != Kind::PATH && key.nKind != Kind::NUMBER_TEXT) return;
   const bool bFold = !key.bCaseSensitive;
   const CString text = pRecord != nullptr ? ValueOf(*pRecord, key.nDataPropID, CString()) : CString();
   if (key.nKind == Kind::TEXT) {
     if (key.texts.Add(text, bFold)) cell.nFlags |= NUL_IN_TEXT;
-    cell.nCode = key.texts.Prefix(nIndex);
   } else if (key.nKind == Kind::PATH) {
     key.vecPaths.push_back(text);
     key.vecFolders.push_back(sort_rules::SplitFolder(text));
-  } else if (key.nKind == Kind::NUMBER_TEXT) {
+  } else {
     const sort_rules::NumberText parsed = sort_rules::ParseNumberText(text, key.pKey->pDataProp->GetDataType());
     cell.nAux = static_cast<uint32_t>(parsed.nNumber);
     if (parsed.bAlone) cell.nFlags |= NUMBER_ALONE;
@@ -231,26 +300,37 @@ void SortKeyTable::ExtractTexts(KeyColumn& key, const Data* pRecord, Cell& cell,
   }
 }
 
+// A text key's texts become their ranks; the texts are not needed after.
+void SortKeyTable::RankRecordTexts(size_t nKey) {
+  KeyColumn& key = m_vecKeys[nKey];
+  const std::vector<uint32_t> ranks = Ranks(key.texts.GetCount(), [&key](size_t i) { return key.texts.At(i); });
+  for (size_t i = 0; i < ranks.size(); ++i) CellAt(i, nKey).nCode = ranks[i];
+  key.texts.Clear();
+}
+
 // Entry IDs become codes once per distinct ID: the list position, the
-// number or decimal value, or the rank of the text among the entries'
-// texts (equal texts share a rank).
+// number or decimal value, or the rank of the entry's text.
 void SortKeyTable::ResolveEntries(size_t nKey) {
   const KeyColumn& key = m_vecKeys[nKey];
-  const size_t nCount = m_vecCells.size() / m_vecKeys.size();
-  std::unordered_map<int, EntryCode> codes;
-  for (size_t i = 0; i < nCount; ++i) {
+  std::unordered_map<int, uint32_t> slots;
+  std::vector<Cell> codes;
+  std::vector<std::string> texts;
+  for (size_t i = 0; i < GetRecordCount(); ++i) {
     const Cell& cell = CellAt(i, nKey);
-    if ((cell.nFlags & PRESENT) != 0) codes.emplace(static_cast<int>(cell.nAux), EntryCode());
+    if ((cell.nFlags & PRESENT) == 0) continue;
+    const int nEntryID = static_cast<int>(cell.nAux);
+    if (!slots.emplace(nEntryID, static_cast<uint32_t>(codes.size())).second) continue;
+    texts.emplace_back();
+    codes.push_back(ResolveEntry(key, nEntryID, texts.back()));
   }
-  std::vector<std::pair<std::string, int>> texts;
-  for (auto& [nID, code] : codes) {
-    if (!ResolveEntry(key, nID, code)) texts.emplace_back(std::string(), nID);
+  if (key.nKind == Kind::RANKED_ENTRY && key.nRule != Rule::NUMBER_LIST) {
+    const std::vector<uint32_t> ranks = Ranks(texts.size(), [&texts](size_t i) { return std::string_view(texts[i]); });
+    for (size_t s = 0; s < codes.size(); ++s) codes[s].nCode = ranks[s];
   }
-  RankTexts(key, texts, codes);
-  for (size_t i = 0; i < nCount; ++i) {
+  for (size_t i = 0; i < GetRecordCount(); ++i) {
     Cell& cell = CellAt(i, nKey);
     if ((cell.nFlags & PRESENT) == 0) continue;
-    const EntryCode& code = codes[static_cast<int>(cell.nAux)];
+    const Cell& code = codes[slots[static_cast<int>(cell.nAux)]];
     cell.nFlags |= code.nFlags;
     if (key.bListOrder) {
       cell.nAux = Directed(uint32_t{0}, key.bAscending);
@@ -261,55 +341,75 @@ void SortKeyTable::ResolveEntries(size_t nKey) {
   }
 }
 
-// Fills code for an entry that compares by position or value; false for one
-// that compares by its text, which RankTexts then ranks.
-bool SortKeyTable::ResolveEntry(const KeyColumn& key, int nEntryID, EntryCode& code) const {
+SortKeyTable::Cell SortKeyTable::ResolveEntry(const KeyColumn& key, int nEntryID, std::string& text) const {
+  Cell code;
   const DataProp& lookup = LookupColumn(*key.pKey);
   if (key.bListOrder) {
     code.nCode = lookup.GetDisplayOrderForListItemID(nEntryID);
-    return true;
+    return code;
   }
+  bool bFound = false;
+  CString strText;
   if (key.nRule == Rule::NUMBER_LIST) {
     const auto* pEntry = dynamic_cast<const ListItemNumber*>(lookup.GetListItemByID(nEntryID));
-    if (pEntry != nullptr) code.nCode = OrderedInt(pEntry->GetNumber());
-    code.nFlags = pEntry != nullptr ? 0 : MISSING_ENTRY;
-    return true;
-  }
-  if (key.nRule == Rule::DECIMAL_LIST) {
+    bFound = pEntry != nullptr;
+    if (bFound) code.nCode = OrderedInt(pEntry->GetNumber());
+  } else if (key.nRule == Rule::DECIMAL_LIST) {
     const auto* pEntry = dynamic_cast<const ListItemDouble*>(lookup.GetListItemByID(nEntryID));
-    if (pEntry != nullptr) code.nCode = DoubleBits(pEntry->GetNumber());
-    code.nFlags = pEntry != nullptr ? 0 : MISSING_ENTRY;
-    return true;
+    bFound = pEntry != nullptr;
+    if (bFound) code.nCode = DoubleBits(pEntry->GetNumber());
+  } else if (key.nRule == Rule::ADDRESS) {
+    const Address* pAddress = lookup.GetAddressBook().GetByID(nEntryID);
+    bFound = pAddress != nullptr;
+    if (bFound) strText = pAddress->GetData(Address::Name);
+  } else if (const ListItem* pEntry = lookup.GetListItemByID(nEntryID)) {
+    bFound = true;
+    strText = pEntry->GetTextRepresentation();
   }
-  return false;
+  if (!bFound) code.nFlags |= MISSING_ENTRY;
+  if (AppendComparable(text, strText, !key.bCaseSensitive)) code.nFlags |= NUL_IN_TEXT;
+  return code;
 }
 
-// texts: (ID, empty) of every entry to rank; the entry's text is looked up
-// here (the address's name for address books).
-void SortKeyTable::RankTexts(const KeyColumn& key, std::vector<std::pair<std::string, int>>& texts,
-                             std::unordered_map<int, EntryCode>& codes) const {
-  const DataProp& lookup = LookupColumn(*key.pKey);
-  for (auto& [strText, nID] : texts) {
-    EntryCode& code = codes[nID];
-    CString text;
-    bool bFound = false;
-    if (key.nRule == Rule::ADDRESS) {
-      const Address* pAddress = lookup.GetAddressBook().GetByID(nID);
-      bFound = pAddress != nullptr;
-      if (bFound) text = pAddress->GetData(Address::Name);
-    } else if (const ListItem* pEntry = lookup.GetListItemByID(nID)) {
-      bFound = true;
-      text = pEntry->GetTextRepresentation();
-    }
-    if (!bFound) code.nFlags = MISSING_ENTRY;
-    if (AppendComparable(strText, text, !key.bCaseSensitive)) code.nFlags |= NUL_IN_TEXT;
+bool SortKeyTable::HasExactCodes(size_t nKey) const {
+  const Kind nKind = m_vecKeys[nKey].nKind;
+  if (nKind != Kind::EXACT && nKind != Kind::TEXT) return false;
+  bool bFirst = true;
+  uint32_t nAux = 0;
+  for (size_t i = 0; i < GetRecordCount(); ++i) {
+    const Cell& cell = CellAt(i, nKey);
+    if ((cell.nFlags & PRESENT) == 0) continue;
+    if ((cell.nFlags & NUL_IN_TEXT) != 0) return false;
+    if (!bFirst && cell.nAux != nAux) return false;
+    nAux = cell.nAux;
+    bFirst = false;
   }
-  std::sort(texts.begin(), texts.end());
-  uint64_t nRank = 0;
-  for (size_t i = 0; i < texts.size(); ++i) {
-    if (i > 0 && texts[i].first != texts[i - 1].first) ++nRank;
-    codes[texts[i].second].nCode = nRank;
+  return true;
+}
+
+uint64_t SortKeyTable::ExactCode(size_t nRecord, size_t nKey) const {
+  const KeyColumn& key = m_vecKeys[nKey];
+  const uint64_t nCode = CellAt(nRecord, nKey).nCode;
+  return key.nKind == Kind::TEXT ? Directed(nCode, key.bAscending) : nCode;
+}
+
+// The elements carry the first key when its codes decide exactly, and the
+// second as well when its codes do and span less than 2^32.
+void SortKeyTable::ChooseCarriedKeys() {
+  m_nCarriedKeys = 0;
+  if (m_vecKeys.empty() || !HasExactCodes(0)) return;
+  m_nCarriedKeys = 1;
+  if (m_vecKeys.size() < 2 || !HasExactCodes(1)) return;
+  uint64_t nLowest = std::numeric_limits<uint64_t>::max();
+  uint64_t nHighest = 0;
+  for (size_t i = 0; i < GetRecordCount(); ++i) {
+    if ((CellAt(i, 1).nFlags & PRESENT) == 0) continue;
+    nLowest = std::min(nLowest, ExactCode(i, 1));
+    nHighest = std::max(nHighest, ExactCode(i, 1));
   }
+  if (nLowest <= nHighest && nHighest - nLowest > std::numeric_limits<uint32_t>::max()) return;
+  m_nSecondBase = nLowest;
+  m_nCarriedKeys = 2;
 }
 
 SortKeyTable::Element SortKeyTable::MakeElement(const Data* pRecord, size_t nIndex) const {
@@ -319,37 +419,34 @@ SortKeyTable::Element SortKeyTable::MakeElement(const Data* pRecord, size_t nInd
     element.nIndex |= NULL_RECORD;
     return element;
   }
-  if (m_vecKeys.empty() || (CellAt(nIndex, 0).nFlags & PRESENT) == 0) {
-    element.nIndex |= KEY_ABSENT;
-    return element;
+  if (m_nCarriedKeys >= 1) {
+    if ((CellAt(nIndex, 0).nFlags & PRESENT) != 0) {
+      element.nCode = ExactCode(nIndex, 0);
+    } else {
+      element.nIndex |= FIRST_ABSENT;
+    }
   }
-  const KeyColumn& primary = m_vecKeys[0];
-  const Cell& cell = CellAt(nIndex, 0);
-  if (primary.nKind == Kind::EXACT) {
-    element.nCode = cell.nCode;
-    element.nAux = cell.nAux;
-  } else if (primary.nKind == Kind::TEXT) {
-    element.nCode = Directed(cell.nCode, primary.bAscending);
+  if (m_nCarriedKeys == 2) {
+    if ((CellAt(nIndex, 1).nFlags & PRESENT) != 0) {
+      element.nSecondCode = static_cast<uint32_t>(ExactCode(nIndex, 1) - m_nSecondBase);
+    } else {
+      element.nIndex |= SECOND_ABSENT;
+    }
   }
   return element;
 }
 
-// The primary key decides here when it is exact, or a text whose first
-// eight bytes differ; otherwise the cells decide.
+// The keys the elements carry decide here; a key that either record lacks
+// is passed over. The rest is decided by the cells.
 bool SortKeyTable::Before(const Element& a, const Element& b) const {
   if ((b.nIndex & NULL_RECORD) != 0) return false;
   if ((a.nIndex & NULL_RECORD) != 0) return true;
-  size_t nFirstKey = 0;
-  if (!m_vecKeys.empty() && (m_vecKeys[0].nKind == Kind::EXACT || m_vecKeys[0].nKind == Kind::TEXT)) {
-    if (((a.nIndex | b.nIndex) & KEY_ABSENT) != 0) {
-      nFirstKey = 1;
-    } else {
-      const Verdict nVerdict = CompareCodes(a.nAux, a.nCode, b.nAux, b.nCode);
-      if (nVerdict != Verdict::TIE) return nVerdict == Verdict::FIRST;
-      if (m_vecKeys[0].nKind == Kind::EXACT) nFirstKey = 1;
-    }
+  const uint32_t nAbsent = a.nIndex | b.nIndex;
+  if (m_nCarriedKeys >= 1 && (nAbsent & FIRST_ABSENT) == 0 && a.nCode != b.nCode) return a.nCode < b.nCode;
+  if (m_nCarriedKeys == 2 && (nAbsent & SECOND_ABSENT) == 0 && a.nSecondCode != b.nSecondCode) {
+    return a.nSecondCode < b.nSecondCode;
   }
-  return RowsBefore(a.nIndex & INDEX_MASK, b.nIndex & INDEX_MASK, nFirstKey);
+  return RowsBefore(a.nIndex & INDEX_MASK, b.nIndex & INDEX_MASK, m_nCarriedKeys);
 }
 
 bool SortKeyTable::RowsBefore(size_t nA, size_t nB, size_t nFirstKey) const {
@@ -365,14 +462,19 @@ bool SortKeyTable::RowsBefore(size_t nA, size_t nB, size_t nFirstKey) const {
 
 Verdict SortKeyTable::CompareCells(const KeyColumn& key, size_t nA, size_t nB, const Cell& a, const Cell& b) const {
   const bool bAscending = key.bAscending;
+  // Ranks of texts: equal ranks tie, but for CompareNoCase's answer when a's
+  // text was cut at a NUL byte.
+  const auto decideRanks = [&] {
+    const int nCompare = Sign(a.nCode, b.nCode);
+    return Decide(nCompare != 0 ? nCompare : ((a.nFlags & NUL_IN_TEXT) != 0 ? 1 : 0), bAscending);
+  };
   switch (key.nKind) {
     case Kind::EXACT:
       return CompareCodes(a.nAux, a.nCode, b.nAux, b.nCode);
+    case Kind::TEXT:
+      return decideRanks();
     case Kind::DECIMAL:
       return sort_rules::DecideDecimals(BitsDouble(a.nCode), BitsDouble(b.nCode), bAscending);
-    case Kind::TEXT:
-      if (a.nCode != b.nCode) return Decide(Sign(a.nCode, b.nCode), bAscending);
-      return Decide(key.texts.Compare(nA, nB, (a.nFlags & NUL_IN_TEXT) != 0), bAscending);
     case Kind::PATH:
       return Decide(sort_rules::ComparePaths(key.vecPaths[nA], key.vecFolders[nA], key.vecPaths[nB],
                                              key.vecFolders[nB], key.bCaseSensitive, m_bDirectoriesFirst),
@@ -392,8 +494,7 @@ Verdict SortKeyTable::CompareCells(const KeyColumn& key, size_t nA, size_t nB, c
       if (key.nKind == Kind::DECIMAL_ENTRY) {
         return sort_rules::DecideExactDecimals(BitsDouble(a.nCode), BitsDouble(b.nCode), bAscending);
       }
-      if (a.nCode != b.nCode) return Decide(Sign(a.nCode, b.nCode), bAscending);
-      return Decide((a.nFlags & NUL_IN_TEXT) != 0 ? 1 : 0, bAscending);
+      return decideRanks();
   }
   return Verdict::TIE;
 }

@@ -109,7 +109,9 @@ class SortEquivalenceTest : public test_support::UsLocaleTest {
           const int values[] = {INT_MIN, -1, 0, 1, 2, INT_MAX};
           record.SetData(nID, values[Pick(6)], false);
         } else {
-          record.SetData(nID, TEXTS[static_cast<size_t>(Pick(static_cast<int>(TEXTS.size())))], false);
+          CString text = TEXTS[static_cast<size_t>(Pick(static_cast<int>(TEXTS.size())))];
+          if (prop.GetDataType() == DataType::Password) text.Remove('\0');  // keys without NUL bytes
+          record.SetData(nID, text, false);
         }
     }
     if (Pick(12) == 0) record.DeleteData(nID);
