@@ -48,7 +48,7 @@ class VAXO057_API Money {
   // Leaves the magnitude, so zero becomes negative zero.
   void MakeNegative() { m_bPositive = false; }
 
-  // The sign (true for zero and above, false for negative zero too) and the
+  // The sign (false for a negative amount, negative zero included) and the
   // magnitude in units of 1/GetScale().
   bool GetIsPositive() const { return m_bPositive; }
   ULONGLONG GetAmount() const { return m_nAmount; }
