@@ -28,5 +28,9 @@
 #include "DataMgr/filter/DataFilterMgr.h"
 #include "DataMgr/filter/HighlightFilter.h"
 #include "DataMgr/filter/HighlightFilterMgr.h"
+#include "DataMgr/sort/SortData.h"
+#include "DataMgr/sort/SortOrder.h"
+#include "DataMgr/sort/SortOrderInfo.h"
+#include "DataMgr/sort/SortOrderMgr.h"
 
 #endif  // DATAMGR_DATAMGR_H_

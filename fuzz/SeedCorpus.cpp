@@ -22,6 +22,7 @@
 #include "DataMgr/schema/ListItemDouble.h"
 #include "DataMgr/schema/ListItemNumber.h"
 #include "DataMgr/schema/ListItemTextDesc.h"
+#include "DataMgr/sort/SortOrderMgr.h"
 #include "fuzz/FuzzLoad.h"
 
 namespace {
@@ -224,6 +225,27 @@ std::vector<Bytes> HighlightFilterMgrSeeds() {
   HighlightFilterMgr set;
   const Bytes empty = StoreBytes(set);
   FillHighlightRules(set);
+// Sort orders of no key, one key and three keys, and a set holding them.
+std::vector<Bytes> SortOrderSeeds() {
+  std::vector<Bytes> seeds;
+  SortOrder order;
+  order.SetID(2);
+  order.SetName(CString("By name"));
+  for (int nColumn : {-1, 5000, 7}) {
+    if (nColumn >= 0) order.AddDataPropID(nColumn, nColumn % 2 == 0, nColumn > 5000);
+    seeds.push_back(StoreBytes(order));
+  }
+  return seeds;
+}
+
+std::vector<Bytes> SortOrderMgrSeeds() {
+  SortOrderMgr set;
+  const Bytes empty = StoreBytes(set);
+  for (int i = 0; i < 3; ++i) {
+    SortOrder* pOrder = set.Create(true, nullptr);
+    pOrder->SetName(CString("Order ") + CString(std::to_string(i)));
+    pOrder->AddDataPropID(5000 + i, i != 1, i == 2);
+  }
   return {empty, StoreBytes(set)};
 }
 
@@ -262,6 +284,8 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "datafilter_fuzzer", DataFilterSeeds()) &&
                         WriteSeeds(root, "datafiltermgr_fuzzer", DataFilterMgrSeeds()) &&
                         WriteSeeds(root, "highlightfilter_fuzzer", HighlightFilterSeeds()) &&
-                        WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds());
+                        WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds()) &&
+                        WriteSeeds(root, "sortorder_fuzzer", SortOrderSeeds()) &&
+                        WriteSeeds(root, "sortordermgr_fuzzer", SortOrderMgrSeeds());
   return bWritten ? 0 : 1;
 }

@@ -17,6 +17,8 @@
 #include "utility/TextArray.h"
 
 class DataFilter;
+class SortData;
+class SortOrder;
 
 // One open document: its columns (a DataPropMgr), its records (a
 // DataItemMgr), an in-memory map of column aliases and the folder of the
@@ -39,8 +41,8 @@ class DataFilter;
 // The sources are split by concern: DataMgmt.cpp (life cycle, defaults,
 // archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
 // DataMgmtListUsage.cpp (usage counts and their recount),
-// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp
-// and DataMgmtFilePaths.cpp.
+// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp,
+// DataMgmtFilePaths.cpp and DataMgmtSort.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -151,6 +153,10 @@ class VAXO057_API DataMgmt {
   CString GetBestLastUsedDir(int nDataPropID, DataItem* pItem, const CString& lastUsedDir,
                              const std::vector<DataItem*>& items) const;
 
+  // Sorts the items (not their sub-items) by order, with the document's
+  // aliases; nothing with fewer than two items, no keys or no columns.
+  void Sort(const SortOrder& order, bool bDirectoriesFirst);
+
  protected:
   // The item modified last (the first of equal times) among those with a
   // valid modification time and, unless nColumnID is -1, a non-empty text
@@ -181,6 +187,11 @@ class VAXO057_API DataMgmt {
   // file is gone to the same file name in newDir when that file exists.
   bool AdjustFilePaths(const CString& oldDir, const CString& newDir);
   bool DoAdjustFilePaths(const CString& oldDir, const CString& newDir, DataProp& prop);
+
+  // Moves the items whose int value of nDataPropID is nValue to the front,
+  // in their order, sorts those by order and returns their count
+  // (SortData::PartialSort against the registry).
+  size_t DoPartialSort(int nDataPropID, int nValue, const SortOrder& order, bool bDirectoriesFirst);
 
  private:
   // fn(prop) on every column: application columns, then user columns.
@@ -220,6 +231,9 @@ class VAXO057_API DataMgmt {
   // The owner of the list entries and formatting of prop: its alias column,
   // or prop itself.
   DataProp& GetListOwner(DataProp& prop) const;
+
+  // A sorter with the document's aliases.
+  SortData MakeSortData(bool bDirectoriesFirst) const;
 
   CString m_strMRUExportPath;
   DataPropMgr m_dataPropMgr;

@@ -180,6 +180,9 @@ class RecordList {
   }
 
  private:
+  // The sort engine reorders the list through it (see RecordOrder.h).
+  friend class RecordOrder;
+
   template <typename V>
   void SetAll(int nColumnID, const V& value) {
     for (T* pRecord : m_vecRecords) pRecord->SetData(nColumnID, value, true);

@@ -48,6 +48,11 @@ class VAXO057_API Money {
   // Leaves the magnitude, so zero becomes negative zero.
   void MakeNegative() { m_bPositive = false; }
 
+  // The sign (false for a negative amount, negative zero included) and the
+  // magnitude in units of 1/GetScale().
+  bool GetIsPositive() const { return m_bPositive; }
+  ULONGLONG GetAmount() const { return m_nAmount; }
+
   // The amount in currency units; negative zero gives -0.0.
   double GetValue() const;
   // The amount as text with the currency's fractional digits, through

@@ -1,0 +1,34 @@
+#ifndef DATAMGR_RECORDS_RECORDORDER_H_
+#define DATAMGR_RECORDS_RECORDORDER_H_
+
+// Internal to the library: the sort engine's one way into the private list
+// of a record collection (the items of a document, the sub-items of an
+// item). It reads the list as Data* and puts it into a new order; it
+// cannot add, remove or replace a record. Not exported: hosts reorder
+// records through SortData, DataMgmt::Sort, Move and Swap.
+
+#include <cstddef>
+#include <vector>
+
+#include "DataMgr/records/RecordList.h"
+#include "DataMgr/types/Data.h"
+
+class RecordOrder {
+ public:
+  // The records in list order.
+  template <typename T>
+  static std::vector<Data*> Get(const RecordList<T>& list) {
+    return std::vector<Data*>(list.m_vecRecords.begin(), list.m_vecRecords.end());
+  }
+
+  // Puts the list into the order of records.
+  // REQUIRES: records holds every record of the list exactly once (as Get
+  // gave them, reordered); the list must not change in between.
+  template <typename T>
+  static void Set(RecordList<T>& list, const std::vector<Data*>& records) {
+    if (records.size() != list.m_vecRecords.size()) return;
+    for (size_t i = 0; i < records.size(); ++i) list.m_vecRecords[i] = static_cast<T*>(records[i]);
+  }
+};
+
+#endif  // DATAMGR_RECORDS_RECORDORDER_H_
