@@ -18,7 +18,7 @@
 // the sort order, a name, a description and the folder last used to export
 // it. Columns are referred to by ID within the column registry whose ID the
 // report carries; nothing here checks that they exist. Rendering is the
-// host's (or WebReport's, for HTML).
+// host's.
 //
 // The report owns its filter set and every filter handed to AddFilter; it
 // holds its sort order by value. Copies are deep. Equality compares the
