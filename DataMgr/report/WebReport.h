@@ -35,8 +35,9 @@
 // own filters. Copies are deep.
 class VAXO057_API WebReport : public Report {
  public:
-  // Where the host puts the images of the pages. Archived as a WORD; other
-  // values load and store as they are.
+  // Where the host puts the images of the pages. DO NOT CHANGE these
+  // values: they are stored in documents, as a WORD; values without a name
+  // load and store as they are.
   enum ImageLoc : WORD {
     ImagesWithPages = 0,    // in OutputDir, beside the pages
     ImagesInSubfolder = 1,  // in a subfolder of OutputDir
