@@ -32,5 +32,10 @@
 #include "DataMgr/sort/SortOrder.h"
 #include "DataMgr/sort/SortOrderInfo.h"
 #include "DataMgr/sort/SortOrderMgr.h"
+#include "DataMgr/report/Report.h"
+#include "DataMgr/report/WebLink.h"
+#include "DataMgr/report/WebLinkMgr.h"
+#include "DataMgr/report/WebReport.h"
+#include "DataMgr/report/WebReportLevel.h"
 
 #endif  // DATAMGR_DATAMGR_H_

@@ -15,6 +15,9 @@
 #include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
+#include "DataMgr/report/Report.h"
+#include "DataMgr/report/WebLinkMgr.h"
+#include "DataMgr/report/WebReport.h"
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/AddressBook.h"
 #include "DataMgr/schema/DataProp.h"
@@ -225,6 +228,9 @@ std::vector<Bytes> HighlightFilterMgrSeeds() {
   HighlightFilterMgr set;
   const Bytes empty = StoreBytes(set);
   FillHighlightRules(set);
+  return {empty, StoreBytes(set)};
+}
+
 // Sort orders of no key, one key and three keys, and a set holding them.
 std::vector<Bytes> SortOrderSeeds() {
   std::vector<Bytes> seeds;
@@ -247,6 +253,54 @@ std::vector<Bytes> SortOrderMgrSeeds() {
     pOrder->AddDataPropID(5000 + i, i != 1, i == 2);
   }
   return {empty, StoreBytes(set)};
+}
+
+// A report with columns, a sort order and filters; a web report of it with
+// two levels and own filters; a few links.
+void FillReport(Report& report) {
+  report.SetID(3);
+  report.SetName(CString("Books"));
+  report.SetDesc(CString("all books"));
+  report.AddDataPropID(5000);
+  report.AddDataPropID(5001);
+  SortOrder order;
+  order.AddDataPropID(5000, true, false);
+  report.SetSortOrder(order);
+  DataFilterMgr filters;
+  FillFilters(filters);
+  for (size_t i = 0; i < filters.GetCount(); ++i) report.AddFilter(new DataFilter(*filters.GetAt(i)));
+}
+
+std::vector<Bytes> ReportSeeds() {
+  Report report;
+  const Bytes empty = StoreBytes(report);
+  FillReport(report);
+  return {empty, StoreBytes(report)};
+}
+
+std::vector<Bytes> WebReportSeeds() {
+  WebReport report;
+  const Bytes plain = StoreBytes(report);
+  FillReport(report);
+  report.SetBaseFileName(CString("index.html"), false);
+  report.SetOutputDir(CString("/out/"), false);
+  report.SetLevelCount(2);
+  report.GetLevel(2)->SetTemplateFile(CString("detail.html"));
+  SortOrder order;
+  order.AddDataPropID(5001, false, true);
+  report.GetLevel(2)->SetSortOrder(order);
+  report.AddNewRepFilter(new DataFilter(*report.GetFilterAt(0)));
+  return {plain, StoreBytes(report)};
+}
+
+std::vector<Bytes> WebLinkMgrSeeds() {
+  WebLinkMgr links;
+  const Bytes empty = StoreBytes(links);
+  for (const char* pszName : {"b", "A", "c"}) {
+    WebLink link(CString(pszName), CString("https://example.org/") + pszName);
+    links.Add(link);
+  }
+  return {empty, StoreBytes(links)};
 }
 
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
@@ -286,6 +340,9 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "highlightfilter_fuzzer", HighlightFilterSeeds()) &&
                         WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds()) &&
                         WriteSeeds(root, "sortorder_fuzzer", SortOrderSeeds()) &&
-                        WriteSeeds(root, "sortordermgr_fuzzer", SortOrderMgrSeeds());
+                        WriteSeeds(root, "sortordermgr_fuzzer", SortOrderMgrSeeds()) &&
+                        WriteSeeds(root, "report_fuzzer", ReportSeeds()) &&
+                        WriteSeeds(root, "webreport_fuzzer", WebReportSeeds()) &&
+                        WriteSeeds(root, "weblinkmgr_fuzzer", WebLinkMgrSeeds());
   return bWritten ? 0 : 1;
 }
