@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "DataMgr/Export.h"
+#include "DataMgr/document/DataFind.h"
 #include "DataMgr/records/DataItem.h"
 #include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/records/DataSubItem.h"
@@ -17,6 +18,7 @@
 #include "utility/TextArray.h"
 
 class DataFilter;
+class DataFilterMgr;
 
 // One open document: its columns (a DataPropMgr), its records (a
 // DataItemMgr), an in-memory map of column aliases and the folder of the
@@ -39,8 +41,8 @@ class DataFilter;
 // The sources are split by concern: DataMgmt.cpp (life cycle, defaults,
 // archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
 // DataMgmtListUsage.cpp (usage counts and their recount),
-// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp
-// and DataMgmtFilePaths.cpp.
+// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp,
+// DataMgmtFilePaths.cpp and DataMgmtFind.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -151,6 +153,28 @@ class VAXO057_API DataMgmt {
   CString GetBestLastUsedDir(int nDataPropID, DataItem* pItem, const CString& lastUsedDir,
                              const std::vector<DataItem*>& items) const;
 
+  // Search. Each call appends its hits to hits, numbered from 1. A text
+  // search looks for text (lower-cased unless bMatchCase; with bAllWords
+  // split into words that must all be found, a double-quoted phrase being
+  // one word) in the rendered value of every searched column of each item,
+  // then in its sub-items' values; only columns that exist, are displayed
+  // and are not hidden from the user interface are searched, and an empty
+  // text finds nothing. Columns are searched in the order given or, when
+  // none are given, application columns in ID order, then user columns.
+  // Every item, every column:
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, std::vector<DataFind>& hits) const;
+  // The items that pass filters:
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const DataFilterMgr& filters,
+            const std::vector<int>& dataPropIDs, std::vector<DataFind>& hits) const;
+  // The items of dataItemIDs, in that order (IDs of no item are skipped):
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const std::vector<int>& dataPropIDs,
+            const std::vector<int>& dataItemIDs, std::vector<DataFind>& hits) const;
+  // One hit on the whole item for each item that passes filters; none at
+  // all when the set holds no filter.
+  void Find(const DataFilterMgr& filters, std::vector<DataFind>& hits) const;
+  // The item a hit names and, within it, its sub-item; null for none.
+  void Find(const DataFind& hit, DataItem*& pItem, DataSubItem*& pSubItem) const;
+
  protected:
   // The item modified last (the first of equal times) among those with a
   // valid modification time and, unless nColumnID is -1, a non-empty text
@@ -183,6 +207,17 @@ class VAXO057_API DataMgmt {
   bool DoAdjustFilePaths(const CString& oldDir, const CString& newDir, DataProp& prop);
 
  private:
+  // A column as search shows it: its ID, the column, and the
+  // column whose entries and formats render its values (its alias column,
+  // or itself). The pointers are valid while the registry is unchanged.
+  struct ShownColumn {
+    int nID;
+    const DataProp* pProp;
+    const DataProp* pOwner;
+  };
+  // One text search, its words prepared once (DataMgmtFind.cpp).
+  class TextSearch;
+
   // fn(prop) on every column: application columns, then user columns.
   template <typename Fn>
   void ForEachDataProp(Fn fn) const {
@@ -220,6 +255,9 @@ class VAXO057_API DataMgmt {
   // The owner of the list entries and formatting of prop: its alias column,
   // or prop itself.
   DataProp& GetListOwner(DataProp& prop) const;
+  // The columns of ids that exist, are displayed and are not hidden from
+  // the user interface, in the order of ids.
+  std::vector<ShownColumn> GetShownColumns(const std::vector<int>& ids) const;
 
   CString m_strMRUExportPath;
   DataPropMgr m_dataPropMgr;

@@ -37,3 +37,14 @@ CString DataMgmt::GetTextRepresentation(const DataFilter& filter, const DataProp
   ValueCodec::For(prop.GetDataType()).FindEntryText(prop, ids.empty() ? -1 : ids.front(), text);
   return text;
 }
+
+std::vector<DataMgmt::ShownColumn> DataMgmt::GetShownColumns(const std::vector<int>& ids) const {
+  std::vector<ShownColumn> columns;
+  columns.reserve(ids.size());
+  for (int nID : ids) {
+    DataProp* pProp = m_dataPropMgr.GetByID(nID);
+    if (pProp == nullptr || pProp->GetHiddenFromUI() || !pProp->GetDisplayed()) continue;
+    columns.push_back({nID, pProp, &GetListOwner(*pProp)});
+  }
+  return columns;
+}
