@@ -42,7 +42,7 @@ class DataFilterMgr;
 // archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
 // DataMgmtListUsage.cpp (usage counts and their recount),
 // DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp,
-// DataMgmtFilePaths.cpp and DataMgmtFind.cpp.
+// DataMgmtFilePaths.cpp, DataMgmtFind.cpp and DataMgmtExport.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -175,6 +175,18 @@ class VAXO057_API DataMgmt {
   // The item a hit names and, within it, its sub-item; null for none.
   void Find(const DataFind& hit, DataItem*& pItem, DataSubItem*& pSubItem) const;
 
+  // Export of the items that pass filters, one line or element per item
+  // and one value per displayed column in display order, each as the
+  // document shows it with zeros empty; sub-items are not exported. The
+  // whole file is built in memory and written in one go, so a failed write
+  // leaves no part of it. Nothing is reported.
+  // Text: a heading of column names, then the values, joined by separator;
+  // line breaks in values become blanks.
+  void ExportToTextFile(const CString& filePath, const CString& separator, const DataFilterMgr& filters) const;
+  // XML: the root element rootName (its title too), the columns, the
+  // headings and the entries.
+  void ExportToXMLFile(const CString& filePath, const CString& rootName, const DataFilterMgr& filters) const;
+
  protected:
   // The item modified last (the first of equal times) among those with a
   // valid modification time and, unless nColumnID is -1, a non-empty text
@@ -207,7 +219,7 @@ class VAXO057_API DataMgmt {
   bool DoAdjustFilePaths(const CString& oldDir, const CString& newDir, DataProp& prop);
 
  private:
-  // A column as search shows it: its ID, the column, and the
+  // A column as search and export show it: its ID, the column, and the
   // column whose entries and formats render its values (its alias column,
   // or itself). The pointers are valid while the registry is unchanged.
   struct ShownColumn {
@@ -258,6 +270,8 @@ class VAXO057_API DataMgmt {
   // The columns of ids that exist, are displayed and are not hidden from
   // the user interface, in the order of ids.
   std::vector<ShownColumn> GetShownColumns(const std::vector<int>& ids) const;
+  // The shown columns of the display order.
+  std::vector<ShownColumn> GetExportColumns() const;
 
   CString m_strMRUExportPath;
   DataPropMgr m_dataPropMgr;
