@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "DataMgr/document/DataFindMgr.h"
 #include "DataMgr/filter/DataFilterMgr.h"
 #include "DataMgr/filter/HighlightFilterMgr.h"
 #include "DataMgr/records/DataItemMgr.h"
@@ -227,6 +228,25 @@ std::vector<Bytes> HighlightFilterMgrSeeds() {
   return {empty, StoreBytes(set)};
 }
 
+// An empty list, and a hit in an item and one in a sub-item with the
+// host's fields.
+std::vector<Bytes> DataFindMgrSeeds() {
+  DataFindMgr hits;
+  const Bytes empty = StoreBytes(hits);
+  DataFind hit;
+  hit.SetID(1);
+  hit.SetDataItemID(4);
+  hit.SetDataPropID(5000);
+  hit.SetStartIndex(2);
+  hits.Add(hit);
+  hit.SetID(2);
+  hit.SetDataSubItemID(0);
+  hit.SetLineCount(3);
+  hit.SetFilePath(CString("C:\\notes\\a.txt"));
+  hits.Add(hit);
+  return {empty, StoreBytes(hits)};
+}
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -262,6 +282,7 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "datafilter_fuzzer", DataFilterSeeds()) &&
                         WriteSeeds(root, "datafiltermgr_fuzzer", DataFilterMgrSeeds()) &&
                         WriteSeeds(root, "highlightfilter_fuzzer", HighlightFilterSeeds()) &&
-                        WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds());
+                        WriteSeeds(root, "highlightfiltermgr_fuzzer", HighlightFilterMgrSeeds()) &&
+                        WriteSeeds(root, "datafindmgr_fuzzer", DataFindMgrSeeds());
   return bWritten ? 0 : 1;
 }
