@@ -1,4 +1,6 @@
+#include <cctype>
 #include <cstddef>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -52,6 +54,10 @@ std::vector<const DataItem*> ItemsWithIDs(const DataItemMgr& items, const std::v
 // costs its rendering and nothing more: the rendered text is lower-cased
 // in place and matched against the prepared words. Hits go to the caller's
 // vector, which must outlive the search.
+//
+// Lower-casing is CString::MakeLower's, the C library's tolower byte by
+// byte, read once per search from a table of all 256 bytes rather than
+// called for every byte of every value.
 class DataMgmt::TextSearch {
  public:
   // columnIDs empty: every column of the document.
@@ -66,11 +72,14 @@ class DataMgmt::TextSearch {
 
  private:
   void SearchValue(const Data& record, const ShownColumn& column, int nItemID, int nSubItemID);
+  // Writes only the bytes that change.
+  void MakeLower(CString& text) const;
   int FindWord(const CString& text, int nStart) const;
   void AddHit(int nItemID, int nSubItemID, int nColumnID, int nStartIndex);
 
   const bool m_bMatchCase;
   const bool m_bWholeWord;
+  char m_lowerBytes[256] = {};  // by byte value; filled when case is ignored
   TextArray m_words;
   bool m_bYesNoWord = false;  // the first word is a yes or a no word
   bool m_bYesWord = false;    // the first word is a yes word
@@ -83,7 +92,10 @@ DataMgmt::TextSearch::TextSearch(const DataMgmt& doc, CString text, bool bMatchC
                                  bool bAllWords, const std::vector<int>& columnIDs, std::vector<DataFind>& hits)
     : m_bMatchCase(bMatchCase), m_bWholeWord(bWholeWord), m_hits(hits) {
   if (text.IsEmpty()) return;
-  if (!bMatchCase) text.MakeLower();
+  if (!bMatchCase) {
+    text.MakeLower();
+    for (int i = 0; i < 256; ++i) m_lowerBytes[i] = static_cast<char>(std::tolower(i));
+  }
   if (bAllWords) {
     StringUtils::GetWordsWithDoubleQuotes(text, m_words);
   } else {
@@ -103,9 +115,7 @@ DataMgmt::TextSearch::TextSearch(const DataMgmt& doc, CString text, bool bMatchC
 
 void DataMgmt::TextSearch::SearchItem(const DataItem& item) {
   const int nItemID = item.GetID();
-  for (const ShownColumn& column : m_columns) {
-    if (item.HaveDataProp(column.nID)) SearchValue(item, column, nItemID, -1);
-  }
+  for (const ShownColumn& column : m_columns) SearchValue(item, column, nItemID, -1);
   const DataSubItemMgr& subItems = item.GetSubItemsMgr();
   if (subItems.IsEmpty()) return;
   for (const ShownColumn& column : m_columns) {
@@ -117,15 +127,16 @@ void DataMgmt::TextSearch::SearchItem(const DataItem& item) {
   }
 }
 
-// A yes/no column searched for a yes or a no word gives one hit on the
-// whole value when the meanings agree; one word gives a hit at every match,
+// A value the record lacks renders empty and gives nothing. A yes/no
+// column searched for a yes or a no word gives one hit on the whole value
+// when the meanings agree; one word gives a hit at every match,
 // overlapping matches included; several words give one hit where the first
 // word is found, when all are.
 void DataMgmt::TextSearch::SearchValue(const Data& record, const ShownColumn& column, int nItemID,
                                        int nSubItemID) {
   CString text = GetTextRepresentation(record, column.nID, *column.pOwner, true);
   if (text.IsEmpty()) return;
-  if (!m_bMatchCase) text.MakeLower();
+  if (!m_bMatchCase) MakeLower(text);
   if (m_bYesNoWord && column.pProp->GetDataType() == DataType::YesNo) {
     if (StringUtils::IsYes(text) == m_bYesWord) AddHit(nItemID, nSubItemID, column.nID, -1);
     return;
@@ -138,6 +149,14 @@ void DataMgmt::TextSearch::SearchValue(const Data& record, const ShownColumn& co
   }
   const int nPos = StringUtils::FindAllWords(m_words, text, m_bWholeWord);
   if (nPos >= 0) AddHit(nItemID, nSubItemID, column.nID, nPos);
+}
+
+void DataMgmt::TextSearch::MakeLower(CString& text) const {
+  const std::string& bytes = text.GetStdString();
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    const char lower = m_lowerBytes[static_cast<unsigned char>(bytes[i])];
+    if (lower != bytes[i]) text.SetAt(static_cast<int>(i), lower);
+  }
 }
 
 int DataMgmt::TextSearch::FindWord(const CString& text, int nStart) const {

@@ -11,7 +11,7 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, bool 
 
 CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const DataProp& prop, bool bBlankZero) {
   if (!data.HaveDataProp(nDataPropID)) return CString();
-  const CString text = ValueCodec::For(prop.GetDataType()).Format(data, nDataPropID, prop, bBlankZero);
+  CString text = ValueCodec::For(prop.GetDataType()).Format(data, nDataPropID, prop, bBlankZero);
   if (text.IsEmpty() || (prop.GetPrefix().IsEmpty() && prop.GetSuffix().IsEmpty())) return text;
   return prop.GetPrefix() + text + prop.GetSuffix();
 }
