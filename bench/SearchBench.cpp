@@ -4,7 +4,6 @@
 // the time and the heap allocations per item and the rate in MB/s of the
 // text rendered (search) or written (export).
 #include <benchmark/benchmark.h>
-
 #include <unistd.h>
 
 #include <filesystem>
@@ -72,9 +71,8 @@ void RunPasses(benchmark::State& state, int nItems, size_t nBytes, Pass pass) {
     nAllocations = bench::GetAllocationCount() - nBefore;
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * nBytes));
-  state.counters["ns_per_item"] = benchmark::Counter(static_cast<double>(nItems),
-                                                     benchmark::Counter::kIsIterationInvariantRate |
-                                                         benchmark::Counter::kInvert);
+  state.counters["ns_per_item"] = benchmark::Counter(
+      static_cast<double>(nItems), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
   state.counters["allocs_per_item"] = static_cast<double>(nAllocations) / nItems;
 }
 

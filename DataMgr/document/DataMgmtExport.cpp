@@ -37,8 +37,7 @@ std::vector<DataMgmt::ShownColumn> DataMgmt::GetExportColumns() const {
 // A break inside a value, or inside the separator, is turned into a blank
 // as soon as it is appended, so that one break split between a value and
 // the separator after it still counts as two.
-void DataMgmt::ExportToTextFile(const CString& filePath, const CString& separator,
-                                const DataFilterMgr& filters) const {
+void DataMgmt::ExportToTextFile(const CString& filePath, const CString& separator, const DataFilterMgr& filters) const {
   const std::vector<ShownColumn> columns = GetExportColumns();
   const bool bSeparatorBreaks = HasLineBreak(separator);
   TextArray lines;
@@ -66,8 +65,7 @@ void DataMgmt::ExportToTextFile(const CString& filePath, const CString& separato
 // The root tag and the closing line are written from the root name even
 // when it gives an empty tag: the file then has no opening root line and
 // no title, and ends in "</>".
-void DataMgmt::ExportToXMLFile(const CString& filePath, const CString& rootName,
-                               const DataFilterMgr& filters) const {
+void DataMgmt::ExportToXMLFile(const CString& filePath, const CString& rootName, const DataFilterMgr& filters) const {
   const std::vector<ShownColumn> columns = GetExportColumns();
   const CString rootTag = StringUtils::ProcessXMLTag(rootName);
   TextArray lines;

@@ -88,8 +88,8 @@ class DataMgmt::TextSearch {
   int m_nHitNumber = 1;
 };
 
-DataMgmt::TextSearch::TextSearch(const DataMgmt& doc, CString text, bool bMatchCase, bool bWholeWord,
-                                 bool bAllWords, const std::vector<int>& columnIDs, std::vector<DataFind>& hits)
+DataMgmt::TextSearch::TextSearch(const DataMgmt& doc, CString text, bool bMatchCase, bool bWholeWord, bool bAllWords,
+                                 const std::vector<int>& columnIDs, std::vector<DataFind>& hits)
     : m_bMatchCase(bMatchCase), m_bWholeWord(bWholeWord), m_hits(hits) {
   if (text.IsEmpty()) return;
   if (!bMatchCase) {
@@ -132,8 +132,7 @@ void DataMgmt::TextSearch::SearchItem(const DataItem& item) {
 // when the meanings agree; one word gives a hit at every match,
 // overlapping matches included; several words give one hit where the first
 // word is found, when all are.
-void DataMgmt::TextSearch::SearchValue(const Data& record, const ShownColumn& column, int nItemID,
-                                       int nSubItemID) {
+void DataMgmt::TextSearch::SearchValue(const Data& record, const ShownColumn& column, int nItemID, int nSubItemID) {
   CString text = GetTextRepresentation(record, column.nID, *column.pOwner, true);
   if (text.IsEmpty()) return;
   if (!m_bMatchCase) MakeLower(text);
@@ -173,8 +172,7 @@ void DataMgmt::TextSearch::AddHit(int nItemID, int nSubItemID, int nColumnID, in
   m_hits.push_back(hit);
 }
 
-void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords,
-                    std::vector<DataFind>& hits) const {
+void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, std::vector<DataFind>& hits) const {
   Find(text, bMatchCase, bWholeWord, bAllWords, DataFilterMgr(), std::vector<int>(), hits);
 }
 
@@ -188,9 +186,8 @@ void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWor
   }
 }
 
-void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords,
-                    const std::vector<int>& dataPropIDs, const std::vector<int>& dataItemIDs,
-                    std::vector<DataFind>& hits) const {
+void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const std::vector<int>& dataPropIDs,
+                    const std::vector<int>& dataItemIDs, std::vector<DataFind>& hits) const {
   TextSearch search(*this, text, bMatchCase, bWholeWord, bAllWords, dataPropIDs, hits);
   if (!search.HasWords()) return;
   for (const DataItem* pItem : ItemsWithIDs(m_dataItemMgr, dataItemIDs)) search.SearchItem(*pItem);

@@ -30,8 +30,8 @@ class DataMgmtExportTest : public test_support::UsLocaleTest {
     const char* names[] = {"Title", "First year", "Secret", "Spare", "Notes"};
     DataProp* columns[] = {&m_title, &m_year, &m_secret, &m_spare, &m_notes};
     for (int i = 0; i < 5; ++i) columns[i]->SetName(names[i]);
-    const char* values[][5] = {{"Dune", "1965", "s", "p", "a\r\nb"}, {"Emma & Co", "", "s", "p", ""},
-                               {"Later", "2001", "", "", ""}};
+    const char* values[][5] = {
+        {"Dune", "1965", "s", "p", "a\r\nb"}, {"Emma & Co", "", "s", "p", ""}, {"Later", "2001", "", "", ""}};
     for (const auto& texts : values) {
       DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
       for (int i = 0; i < 5; ++i) {
