@@ -64,11 +64,21 @@ class DataMgmt::TextSearch {
   TextSearch(const DataMgmt& doc, CString text, bool bMatchCase, bool bWholeWord, bool bAllWords,
              const std::vector<int>& columnIDs, std::vector<DataFind>& hits);
 
-  bool HasWords() const { return m_words.GetSize() > 0; }
+  // Every item of items for which passes(item) is true, in list order;
+  // nothing at all when there are no words.
+  template <typename Passes>
+  void SearchItems(const DataItemMgr& items, Passes passes) {
+    if (!HasWords()) return;
+    for (size_t i = 0; i < items.GetCount(); ++i) {
+      const DataItem& item = *items.GetAt(i);
+      if (passes(item)) SearchItem(item);
+    }
+  }
   // The item's values in every column, then its sub-items' values column
   // by column; the first sub-item decides whether a column is searched in
   // the sub-items at all.
   void SearchItem(const DataItem& item);
+  bool HasWords() const { return m_words.GetSize() > 0; }
 
  private:
   void SearchValue(const Data& record, const ShownColumn& column, int nItemID, int nSubItemID);
@@ -173,17 +183,14 @@ void DataMgmt::TextSearch::AddHit(int nItemID, int nSubItemID, int nColumnID, in
 }
 
 void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, std::vector<DataFind>& hits) const {
-  Find(text, bMatchCase, bWholeWord, bAllWords, DataFilterMgr(), std::vector<int>(), hits);
+  TextSearch(*this, text, bMatchCase, bWholeWord, bAllWords, std::vector<int>(), hits)
+      .SearchItems(m_dataItemMgr, [](const DataItem&) { return true; });
 }
 
 void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const DataFilterMgr& filters,
                     const std::vector<int>& dataPropIDs, std::vector<DataFind>& hits) const {
-  TextSearch search(*this, text, bMatchCase, bWholeWord, bAllWords, dataPropIDs, hits);
-  if (!search.HasWords()) return;
-  for (size_t i = 0; i < m_dataItemMgr.GetCount(); ++i) {
-    const DataItem& item = *m_dataItemMgr.GetAt(i);
-    if (filters.PassesFilters(item)) search.SearchItem(item);
-  }
+  TextSearch(*this, text, bMatchCase, bWholeWord, bAllWords, dataPropIDs, hits)
+      .SearchItems(m_dataItemMgr, [&filters](const DataItem& item) { return filters.PassesFilters(item); });
 }
 
 void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const std::vector<int>& dataPropIDs,
