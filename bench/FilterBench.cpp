@@ -3,50 +3,22 @@
 // the heap allocations per item of one pass over the document.
 #include <benchmark/benchmark.h>
 
-#include <atomic>
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <vector>
 
 #include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/filter/DataFilterMgr.h"
 #include "DataMgr/filter/HighlightFilterMgr.h"
-#include "utility/LocaleUtils.h"
+#include "bench/AllocationCounter.h"
+#include "bench/TenColumnDocument.h"
 
 namespace {
 
-std::atomic<long long> g_nAllocations{0};
-
-}  // namespace
-
-// Every allocation of the process, the library's included, is counted. The
-// replacement pair takes its memory from malloc and gives it back to free,
-// which the compiler cannot see through when it inlines them.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-void* operator new(std::size_t nSize) {
-  g_nAllocations.fetch_add(1, std::memory_order_relaxed);
-  if (void* p = std::malloc(nSize == 0 ? 1 : nSize)) return p;
-  throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-
-namespace {
+using namespace bench;
 
 const int ITEMS = 1000000;
 
-enum Column { SHORT_TEXT, LONG_TEXT, CATEGORY, NUMBER, SMALL_NUMBER, DURATION, YES_NO, DECIMAL, MONEY, DATE };
-const DataType::Type TYPES[] = {DataType::Text,     DataType::Text,   DataType::ValueListSuggested,
-                                DataType::Number,   DataType::Number, DataType::Duration,
-                                DataType::YesNo,    DataType::Decimal, DataType::Monetary,
-                                DataType::Date};
-
-// The document, built once: item n holds n in NUMBER, a text with "ab" in
-// LONG_TEXT for half of the items, and varied values in the other columns.
+// The document, built once.
 struct Document {
   DataMgmt doc;
   std::vector<int> columns;
@@ -55,35 +27,8 @@ struct Document {
 Document& GetDocument() {
   static std::unique_ptr<Document> pDocument;
   if (pDocument) return *pDocument;
-  LocaleUtils::SetNumberDecimalSeparator(".");
-  LocaleUtils::SetDateOrder(LocaleUtils::MONTH_DAY_YEAR);
   pDocument = std::make_unique<Document>();
-  DataMgmt& doc = pDocument->doc;
-  for (DataType::Type nType : TYPES) {
-    auto* pProp = new DataProp;
-    pProp->SetDataType(nType);
-    doc.AddDataProp(pProp, true, false, false, false);
-    pDocument->columns.push_back(pProp->GetID());
-  }
-  const std::vector<int>& ids = pDocument->columns;
-  for (int n = 0; n < ITEMS; ++n) {
-    DataItem& item = *doc.CreateDataItem(nullptr, true, true);
-    CString text;
-    text.Format("Record %d", n);
-    item.SetData(ids[SHORT_TEXT], text, false);
-    text.Format(n % 2 ? "Notes about item %d of the list" : "Notes on item %d of the list", n);
-    item.SetData(ids[LONG_TEXT], text, false);
-    text.Format("Category %d", n % 20);
-    bool bRedisplay = false;
-    doc.SetData(item, ids[CATEGORY], text, bRedisplay, false);
-    item.SetData(ids[NUMBER], n, false);
-    item.SetData(ids[SMALL_NUMBER], n % 17, false);
-    item.SetData(ids[DURATION], n % 5400, false);
-    item.SetData(ids[YES_NO], n % 3 == 0, false);
-    item.SetData(ids[DECIMAL], n % 1000 + 0.5, false);
-    item.SetData(ids[MONEY], Money(n % 5000), false);
-    item.SetData(ids[DATE], DateTime(2026, 1 + n % 12, 1 + n % 28), false);
-  }
+  pDocument->columns = FillTenColumnDocument(pDocument->doc, ITEMS);
   return *pDocument;
 }
 
@@ -91,7 +36,7 @@ DataFilter* MakeFilter(int nColumn, DataFilter::FilterType nTest, const char* ps
   const Document& document = GetDocument();
   auto* pFilter = new DataFilter;
   pFilter->SetDataPropID(document.columns[nColumn]);
-  pFilter->SetDataType(TYPES[nColumn]);
+  pFilter->SetDataType(TEN_TYPES[nColumn]);
   pFilter->SetFilterType(nTest);
   pFilter->SetValue(CString(pszValue));
   pFilter->SetRequired(bRequired);
@@ -107,9 +52,9 @@ void RunOverItems(benchmark::State& state, Test test) {
   long long nAllocations = 0;
   for (auto _ : state) {
     nPassed = 0;
-    const long long nBefore = g_nAllocations.load(std::memory_order_relaxed);
+    const long long nBefore = GetAllocationCount();
     for (size_t i = 0; i < items.GetCount(); ++i) nPassed += test(*items.GetAt(i)) ? 1 : 0;
-    nAllocations = g_nAllocations.load(std::memory_order_relaxed) - nBefore;
+    nAllocations = GetAllocationCount() - nBefore;
     benchmark::DoNotOptimize(nPassed);
   }
   const double dItems = static_cast<double>(items.GetCount());

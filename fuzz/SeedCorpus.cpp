@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "DataMgr/document/DataFindMgr.h"
 #include "DataMgr/filter/DataFilterMgr.h"
 #include "DataMgr/filter/HighlightFilterMgr.h"
 #include "DataMgr/records/DataItemMgr.h"
@@ -303,6 +304,25 @@ std::vector<Bytes> WebLinkMgrSeeds() {
   return {empty, StoreBytes(links)};
 }
 
+// An empty list, and a hit in an item and one in a sub-item with the
+// host's fields.
+std::vector<Bytes> DataFindMgrSeeds() {
+  DataFindMgr hits;
+  const Bytes empty = StoreBytes(hits);
+  DataFind hit;
+  hit.SetID(1);
+  hit.SetDataItemID(4);
+  hit.SetDataPropID(5000);
+  hit.SetStartIndex(2);
+  hits.Add(hit);
+  hit.SetID(2);
+  hit.SetDataSubItemID(0);
+  hit.SetLineCount(3);
+  hit.SetFilePath(CString("C:\\notes\\a.txt"));
+  hits.Add(hit);
+  return {empty, StoreBytes(hits)};
+}
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -343,6 +363,7 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "sortordermgr_fuzzer", SortOrderMgrSeeds()) &&
                         WriteSeeds(root, "report_fuzzer", ReportSeeds()) &&
                         WriteSeeds(root, "webreport_fuzzer", WebReportSeeds()) &&
-                        WriteSeeds(root, "weblinkmgr_fuzzer", WebLinkMgrSeeds());
+                        WriteSeeds(root, "weblinkmgr_fuzzer", WebLinkMgrSeeds()) &&
+                        WriteSeeds(root, "datafindmgr_fuzzer", DataFindMgrSeeds());
   return bWritten ? 0 : 1;
 }

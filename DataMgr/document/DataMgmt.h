@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "DataMgr/Export.h"
+#include "DataMgr/document/DataFind.h"
 #include "DataMgr/records/DataItem.h"
 #include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/records/DataSubItem.h"
@@ -17,6 +18,7 @@
 #include "utility/TextArray.h"
 
 class DataFilter;
+class DataFilterMgr;
 class SortData;
 class SortOrder;
 
@@ -42,7 +44,8 @@ class SortOrder;
 // archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
 // DataMgmtListUsage.cpp (usage counts and their recount),
 // DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp,
-// DataMgmtFilePaths.cpp and DataMgmtSort.cpp.
+// DataMgmtFilePaths.cpp, DataMgmtSort.cpp, DataMgmtFind.cpp and
+// DataMgmtExport.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -157,6 +160,40 @@ class VAXO057_API DataMgmt {
   // aliases; nothing with fewer than two items, no keys or no columns.
   void Sort(const SortOrder& order, bool bDirectoriesFirst);
 
+  // Search. Each call appends its hits to hits, numbered from 1. A text
+  // search looks for text (lower-cased unless bMatchCase; with bAllWords
+  // split into words that must all be found, a double-quoted phrase being
+  // one word) in the rendered value of every searched column of each item,
+  // then in its sub-items' values; only columns that exist, are displayed
+  // and are not hidden from the user interface are searched, and an empty
+  // text finds nothing. Columns are searched in the order given or, when
+  // none are given, application columns in ID order, then user columns.
+  // Every item, every column:
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, std::vector<DataFind>& hits) const;
+  // The items that pass filters:
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const DataFilterMgr& filters,
+            const std::vector<int>& dataPropIDs, std::vector<DataFind>& hits) const;
+  // The items of dataItemIDs, in that order (IDs of no item are skipped):
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const std::vector<int>& dataPropIDs,
+            const std::vector<int>& dataItemIDs, std::vector<DataFind>& hits) const;
+  // One hit on the whole item for each item that passes filters; none at
+  // all when the set holds no filter.
+  void Find(const DataFilterMgr& filters, std::vector<DataFind>& hits) const;
+  // The item a hit names and, within it, its sub-item; null for none.
+  void Find(const DataFind& hit, DataItem*& pItem, DataSubItem*& pSubItem) const;
+
+  // Export of the items that pass filters, one line or element per item
+  // and one value per displayed column in display order, each as the
+  // document shows it with zeros empty; sub-items are not exported. The
+  // whole file is built in memory and written in one go, so a failed write
+  // leaves no part of it. Nothing is reported.
+  // Text: a heading of column names, then the values, joined by separator;
+  // line breaks in values become blanks.
+  void ExportToTextFile(const CString& filePath, const CString& separator, const DataFilterMgr& filters) const;
+  // XML: the root element rootName (its title too), the columns, the
+  // headings and the entries.
+  void ExportToXMLFile(const CString& filePath, const CString& rootName, const DataFilterMgr& filters) const;
+
  protected:
   // The item modified last (the first of equal times) among those with a
   // valid modification time and, unless nColumnID is -1, a non-empty text
@@ -194,6 +231,17 @@ class VAXO057_API DataMgmt {
   size_t DoPartialSort(int nDataPropID, int nValue, const SortOrder& order, bool bDirectoriesFirst);
 
  private:
+  // A column as search and export show it: its ID, the column, and the
+  // column whose entries and formats render its values (its alias column,
+  // or itself). The pointers are valid while the registry is unchanged.
+  struct ShownColumn {
+    int nID;
+    const DataProp* pProp;
+    const DataProp* pOwner;
+  };
+  // One text search, its words prepared once (DataMgmtFind.cpp).
+  class TextSearch;
+
   // fn(prop) on every column: application columns, then user columns.
   template <typename Fn>
   void ForEachDataProp(Fn fn) const {
@@ -231,6 +279,11 @@ class VAXO057_API DataMgmt {
   // The owner of the list entries and formatting of prop: its alias column,
   // or prop itself.
   DataProp& GetListOwner(DataProp& prop) const;
+  // The columns of ids that exist, are displayed and are not hidden from
+  // the user interface, in the order of ids.
+  std::vector<ShownColumn> GetShownColumns(const std::vector<int>& ids) const;
+  // The shown columns of the display order.
+  std::vector<ShownColumn> GetExportColumns() const;
 
   // A sorter with the document's aliases.
   SortData MakeSortData(bool bDirectoriesFirst) const;

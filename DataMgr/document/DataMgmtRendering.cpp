@@ -11,7 +11,7 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, bool 
 
 CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const DataProp& prop, bool bBlankZero) {
   if (!data.HaveDataProp(nDataPropID)) return CString();
-  const CString text = ValueCodec::For(prop.GetDataType()).Format(data, nDataPropID, prop, bBlankZero);
+  CString text = ValueCodec::For(prop.GetDataType()).Format(data, nDataPropID, prop, bBlankZero);
   if (text.IsEmpty() || (prop.GetPrefix().IsEmpty() && prop.GetSuffix().IsEmpty())) return text;
   return prop.GetPrefix() + text + prop.GetSuffix();
 }
@@ -36,4 +36,15 @@ CString DataMgmt::GetTextRepresentation(const DataFilter& filter, const DataProp
   filter.GetValue(ids);
   ValueCodec::For(prop.GetDataType()).FindEntryText(prop, ids.empty() ? -1 : ids.front(), text);
   return text;
+}
+
+std::vector<DataMgmt::ShownColumn> DataMgmt::GetShownColumns(const std::vector<int>& ids) const {
+  std::vector<ShownColumn> columns;
+  columns.reserve(ids.size());
+  for (int nID : ids) {
+    DataProp* pProp = m_dataPropMgr.GetByID(nID);
+    if (pProp == nullptr || pProp->GetHiddenFromUI() || !pProp->GetDisplayed()) continue;
+    columns.push_back({nID, pProp, &GetListOwner(*pProp)});
+  }
+  return columns;
 }
