@@ -19,6 +19,7 @@
 
 class DataFilter;
 class DataFilterMgr;
+class Report;
 class SortData;
 class SortOrder;
 
@@ -176,6 +177,10 @@ class VAXO057_API DataMgmt {
   // The items of dataItemIDs, in that order (IDs of no item are skipped):
   void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const std::vector<int>& dataPropIDs,
             const std::vector<int>& dataItemIDs, std::vector<DataFind>& hits) const;
+  // The items that pass report's filters, every column; nothing at all for
+  // a report of another document's registry:
+  void Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const Report& report,
+            std::vector<DataFind>& hits) const;
   // One hit on the whole item for each item that passes filters; none at
   // all when the set holds no filter.
   void Find(const DataFilterMgr& filters, std::vector<DataFind>& hits) const;

@@ -6,6 +6,7 @@
 
 #include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/report/Report.h"
 #include "utility/StringUtils.h"
 #include "utility/TextArray.h"
 
@@ -198,6 +199,13 @@ void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWor
   TextSearch search(*this, text, bMatchCase, bWholeWord, bAllWords, dataPropIDs, hits);
   if (!search.HasWords()) return;
   for (const DataItem* pItem : ItemsWithIDs(m_dataItemMgr, dataItemIDs)) search.SearchItem(*pItem);
+}
+
+void DataMgmt::Find(CString text, bool bMatchCase, bool bWholeWord, bool bAllWords, const Report& report,
+                    std::vector<DataFind>& hits) const {
+  if (report.GetDataPropMgrID() != m_dataPropMgr.GetID()) return;
+  TextSearch(*this, text, bMatchCase, bWholeWord, bAllWords, std::vector<int>(), hits)
+      .SearchItems(m_dataItemMgr, [&report](const DataItem& item) { return report.DoesDataItemPassFilters(item); });
 }
 
 void DataMgmt::Find(const DataFilterMgr& filters, std::vector<DataFind>& hits) const {

@@ -7,6 +7,7 @@
 
 #include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/report/Report.h"
 #include "tests/DataMgr/document/DocumentFixtures.h"
 #include "tests/DataMgr/filter/FilterFixtures.h"
 #include "tests/support/LocaleTestSupport.h"
@@ -132,6 +133,18 @@ TEST_F(DataMgmtFindTest, SearchesOfChosenItemsAndColumns) {
   std::vector<DataFind> hits;
   m_doc.Find("a", false, false, false, checked, {m_t.GetID(), m_h.GetID()}, hits);
   EXPECT_EQ(Describe(hits), "0 T@0, 0 T@1, 0 T@2");
+  // a report searches every shown column of the items passing its filters,
+  // and nothing at all when it belongs to another document's registry
+  m_doc.GetDataPropMgr().SetID(4);
+  for (int nRegistryID : {4, 5}) {
+    Report report;
+    report.SetDataPropMgrID(nRegistryID);
+    report.AddDataPropID(m_h.GetID());
+    report.AddFilter(filter_test::MakeFilter(m_y, DataFilter::IsChecked, "", filter_test::NONE));
+    std::vector<DataFind> reportHits;
+    m_doc.Find("a", false, false, false, report, reportHits);
+    EXPECT_EQ(Describe(reportHits), nRegistryID == 4 ? "0 T@0, 0 T@1, 0 T@2" : "") << "registry " << nRegistryID;
+  }
   // a long list of IDs is looked up through an index, a short one by scans
   std::vector<int> many = {2};
   many.insert(many.end(), 20, 99);
