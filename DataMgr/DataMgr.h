@@ -24,5 +24,6 @@
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/document/DocumentFile.h"
 
 #endif  // DATAMGR_DATAMGR_H_

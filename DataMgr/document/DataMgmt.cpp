@@ -11,8 +11,6 @@ using archive_exchange::Exchange;
 
 namespace {
 
-const WORD DATAMGMT_VERSION = 4;
-
 template <typename T>
 std::function<void(Data&)> Registration(int nID, T value) {
   return [nID, value](Data& record) { record.RegisterDataProp(nID, value); };
@@ -237,7 +235,7 @@ DataItem* DataMgmt::GetLastModifiedDataItem(int nColumnID) const {
 //   4  (current) loaded as stored
 // The alias map is neither stored nor touched by loading.
 void DataMgmt::Serialize(CArchive& ar) {
-  WORD nVersion = DATAMGMT_VERSION;
+  WORD nVersion = CURRENT_VERSION;
   Exchange(ar, nVersion);
   Exchange(ar, m_strMRUExportPath);
   m_dataPropMgr.Serialize(ar);

@@ -86,7 +86,9 @@ class VAXO057_API DataMgmt {
   void DeleteDataItem(DataItem* pItem);
   virtual void DeleteAll(bool bResetIDs, bool bClearAliases);
 
-  // See the layout above the definition; version 4 is current.
+  // The version word that Serialize writes first.
+  static constexpr WORD CURRENT_VERSION = 4;
+  // See the layout above the definition.
   virtual void Serialize(CArchive& ar);
 
   // Value entry. bRedisplay tells the host to show the column's text again;
