@@ -19,7 +19,7 @@ FUZZ_RUN_FLAGS = -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -malloc_limi
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=1:strict_string_checks=1
 export UBSAN_OPTIONS ?= halt_on_error=1:print_stacktrace=1
 
-.PHONY: all build test test-sanitize fuzz run bench clean
+.PHONY: all build test test-sanitize fuzz run bench clean package-check
 
 all: build
 
@@ -45,6 +45,21 @@ fuzz:
 	mkdir -p $(FUZZ_DIR)/artifacts
 	@for f in $(FUZZ_DIR)/fuzz/*_fuzzer; do n=$$(basename $$f); echo "== $$n"; \
 	  $$f $(FUZZ_RUN_FLAGS) -artifact_prefix=$(FUZZ_DIR)/artifacts/$$n- $(FUZZ_DIR)/corpus/$$n || exit 1; done
+
+# Installs the build into a fresh prefix and builds and runs the consumer
+# under examples/ against it: once through find_package, once through
+# pkg-config.
+PACKAGE_DIR ?= $(BUILD_DIR)/package-check
+package-check: build
+	rm -rf $(PACKAGE_DIR)
+	cmake --install $(BUILD_DIR) --prefix $(PACKAGE_DIR)/prefix
+	cmake -S examples/consumer -B $(PACKAGE_DIR)/cmake -DCMAKE_PREFIX_PATH=$(abspath $(PACKAGE_DIR))/prefix
+	cmake --build $(PACKAGE_DIR)/cmake
+	$(PACKAGE_DIR)/cmake/vaxo057-consumer
+	PKG_CONFIG_PATH=$(abspath $(PACKAGE_DIR))/prefix/lib/pkgconfig; export PKG_CONFIG_PATH; \
+	  $(CXX) -std=c++17 -Wall -Werror -o $(PACKAGE_DIR)/pkgconfig-consumer examples/consumer/main.cpp \
+	    $$(pkg-config --cflags --libs vaxo057) -Wl,-rpath,$$(pkg-config --variable=libdir vaxo057)
+	$(PACKAGE_DIR)/pkgconfig-consumer
 
 run: build
 	$(BUILD_DIR)/tools/vaxo057-example
