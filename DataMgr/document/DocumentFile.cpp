@@ -36,43 +36,43 @@ DocumentFile::Cause CauseOf(int nError, bool bSaving) {
   switch (nError) {
     case ENOENT:
     case ENOTDIR:
-      return bSaving ? DocumentFile::folderMissing : DocumentFile::notFound;
+      return bSaving ? DocumentFile::FolderMissing : DocumentFile::NotFound;
     case EISDIR:
-      return DocumentFile::notAFile;
+      return DocumentFile::NotAFile;
     case EACCES:
     case EPERM:
     case EROFS:
-      return DocumentFile::noPermission;
+      return DocumentFile::NoPermission;
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
-      return DocumentFile::noSpace;
+      return DocumentFile::NoSpace;
     case ENOMEM:
-      return DocumentFile::outOfMemory;
+      return DocumentFile::OutOfMemory;
     default:
-      return DocumentFile::ioError;
+      return DocumentFile::IoError;
   }
 }
 
 const char* CauseText(DocumentFile::Cause nCause) {
   switch (nCause) {
-    case DocumentFile::notFound:
+    case DocumentFile::NotFound:
       return "the file does not exist";
-    case DocumentFile::folderMissing:
+    case DocumentFile::FolderMissing:
       return "the folder does not exist";
-    case DocumentFile::notAFile:
+    case DocumentFile::NotAFile:
       return "the path names a folder or something else that is not a file";
-    case DocumentFile::noPermission:
+    case DocumentFile::NoPermission:
       return "permission denied";
-    case DocumentFile::noSpace:
+    case DocumentFile::NoSpace:
       return "the disk is full";
-    case DocumentFile::outOfMemory:
+    case DocumentFile::OutOfMemory:
       return "not enough memory";
-    case DocumentFile::cutShort:
+    case DocumentFile::CutShort:
       return "the file ends before the document does";
-    case DocumentFile::damaged:
-      return "the file is damaged or holds no document";
-    case DocumentFile::newerVersion:
+    case DocumentFile::Damaged:
+      return "the file is Damaged or holds no document";
+    case DocumentFile::NewerVersion:
       return "the document was written by a newer version of the library";
     default:
       return "the system reported an error";
@@ -102,7 +102,7 @@ void DocumentFile::SetFaultHook(FaultHook hook) { faultHook = hook; }
 
 void DocumentFile::Begin(bool bSaving) {
   m_bSaving = bSaving;
-  m_nCause = none;
+  m_nCause = None;
   m_nSystemError = 0;
   m_nOffset = 0;
   m_nFileSize = 0;
@@ -126,7 +126,7 @@ bool DocumentFile::Save(DataMgmt& doc) {
   struct stat info {};
   const bool bExists = stat(target, &info) == 0;
   if (!bExists && errno != ENOENT) return FailSystem(errno);
-  if (bExists && !S_ISREG(info.st_mode)) return Fail(notAFile);
+  if (bExists && !S_ISREG(info.st_mode)) return Fail(NotAFile);
   if (bExists && access(target, W_OK) != 0) return FailSystem(errno);
   CMemFile archive;
   try {
@@ -134,28 +134,29 @@ bool DocumentFile::Save(DataMgmt& doc) {
     doc.Serialize(ar);
     ar.Close();
   } catch (const std::bad_alloc&) {
-    return Fail(outOfMemory);
+    return Fail(OutOfMemory);
   } catch (const CArchiveException&) {
-    return Fail(ioError);
+    return Fail(IoError);
   }
-  return WriteTemp(target, archive.GetContents(), bExists ? info.st_mode & 07777 : file_writing::DefaultFileMode());
+  const mode_t nMode = bExists ? info.st_mode & 07777 : file_writing::DefaultFileMode();
+  return WriteAndReplace(target, archive.GetContents(), nMode);
 }
 
 // Writes bytes to a fresh temporary file beside target, flushes it and
 // renames it over target; on failure the temporary file is removed and
 // target is untouched.
-bool DocumentFile::WriteTemp(const CString& target, const std::vector<BYTE>& bytes, unsigned nMode) {
+bool DocumentFile::WriteAndReplace(const CString& target, const std::vector<BYTE>& bytes, unsigned nMode) {
   std::string temp = target.GetStdString() + TEMP_SUFFIX;
-  const int fd = Injected(createTemp) ? -1 : mkstemp(temp.data());
+  const int fd = Injected(CreateTemp) ? -1 : mkstemp(temp.data());
   if (fd < 0) return FailSystem(errno);
-  bool bDone = fchmod(fd, static_cast<mode_t>(nMode)) == 0 && !Injected(writeTemp) && WriteAll(fd, bytes.data(), bytes.size()) &&
-               !Injected(syncTemp) && fsync(fd) == 0;
+  bool bDone = fchmod(fd, static_cast<mode_t>(nMode)) == 0 && !Injected(WriteTemp) &&
+               WriteAll(fd, bytes.data(), bytes.size()) && !Injected(SyncTemp) && fsync(fd) == 0;
   int nError = errno;
   if (close(fd) != 0 && bDone) {
     bDone = false;
     nError = errno;
   }
-  if (bDone && !Injected(replaceTarget) && std::rename(temp.c_str(), target) == 0) {
+  if (bDone && !Injected(ReplaceTarget) && std::rename(temp.c_str(), target) == 0) {
     file_writing::SyncFolder(CString(std::filesystem::path(temp).parent_path().string()));
     return true;
   }
@@ -171,7 +172,7 @@ bool DocumentFile::Load(DataMgmt& doc) {
   if (!ReadWhole(bytes)) return false;
   m_nFileSize = bytes.size();
   // The document's version word, little-endian, opens the file.
-  if (bytes.size() >= 2 && (bytes[0] | bytes[1] << 8) > DataMgmt::CURRENT_VERSION) return Fail(newerVersion);
+  if (bytes.size() >= 2 && (bytes[0] | bytes[1] << 8) > DataMgmt::CURRENT_VERSION) return Fail(NewerVersion);
   if (LoadBytes(doc, std::move(bytes))) return true;
   EmptyDocument(doc);
   return false;
@@ -179,12 +180,12 @@ bool DocumentFile::Load(DataMgmt& doc) {
 
 bool DocumentFile::ReadWhole(std::vector<BYTE>& bytes) {
   if (m_strPath.IsEmpty()) return FailSystem(ENOENT);
-  const int fd = Injected(readFile) ? -1 : open(m_strPath, O_RDONLY | O_CLOEXEC);
+  const int fd = Injected(ReadFile) ? -1 : open(m_strPath, O_RDONLY | O_CLOEXEC);
   if (fd < 0) return FailSystem(errno);
   struct stat info {};
   if (fstat(fd, &info) == 0 && !S_ISREG(info.st_mode)) {
     close(fd);
-    return Fail(notAFile);
+    return Fail(NotAFile);
   }
   bool bRead = false;
   try {
@@ -201,25 +202,25 @@ bool DocumentFile::ReadWhole(std::vector<BYTE>& bytes) {
 bool DocumentFile::LoadBytes(DataMgmt& doc, std::vector<BYTE> bytes) {
   CMemFile file(std::move(bytes));
   CArchive ar(&file, CArchive::load);
-  Cause nCause = none;
+  Cause nCause = None;
   try {
     doc.Serialize(ar);
   } catch (const CArchiveException& e) {
-    nCause = e.m_cause == CArchiveException::endOfFile ? cutShort : damaged;
+    nCause = e.m_cause == CArchiveException::endOfFile ? CutShort : Damaged;
   } catch (const std::bad_alloc&) {
-    nCause = outOfMemory;
+    nCause = OutOfMemory;
   }
   m_nOffset = m_nFileSize - ar.GetBytesRemaining();
-  if (nCause == none && m_nOffset < m_nFileSize) nCause = damaged;
-  return nCause == none || Fail(nCause);
+  if (nCause == None && m_nOffset < m_nFileSize) nCause = Damaged;
+  return nCause == None || Fail(nCause);
 }
 
 CString DocumentFile::GetMessage() const {
-  if (m_nCause == none) return CString();
+  if (m_nCause == None) return CString();
   CString message;
   message.Format("cannot %s \"%s\": %s", m_bSaving ? "save" : "load", m_strPath.GetString(), CauseText(m_nCause));
   if (m_nSystemError != 0) message.AppendFormat(" (%s)", std::strerror(m_nSystemError));
-  if (m_nCause == cutShort || m_nCause == damaged || m_nCause == newerVersion) {
+  if (m_nCause == CutShort || m_nCause == Damaged || m_nCause == NewerVersion) {
     message.AppendFormat(" at byte %llu of %llu", static_cast<unsigned long long>(m_nOffset),
                          static_cast<unsigned long long>(m_nFileSize));
   }

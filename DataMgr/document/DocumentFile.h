@@ -23,7 +23,7 @@
 // after the target with ".~" and six characters appended.
 //
 // Load reads the whole file into the document. A file that is missing,
-// unreadable, cut short, damaged or written by a newer version of the
+// unreadable, cut short, Damaged or written by a newer version of the
 // library leaves the document empty (no columns, no records, no export
 // path; the alias map is kept) and is reported with the byte offset at
 // which loading stopped.
@@ -33,21 +33,21 @@
 class VAXO057_API DocumentFile {
  public:
   enum Cause {
-    none = 0,
-    notFound,  // load: there is no file under the path
-    folderMissing,  // save: the target's folder does not exist
-    notAFile,  // the path names a folder or another thing that is no file
-    noPermission,  // the system refuses access, or the target is read-only
-    noSpace,  // the disk or the user's quota is full, or the file too large
-    ioError,  // any other failure of the system
-    outOfMemory,
-    cutShort,  // load: the file ends before the document does
-    damaged,  // load: bytes that are no document, or bytes after its end
-    newerVersion,  // load: written by a newer version of the library
+    None = 0,
+    NotFound,  // load: there is no file under the path
+    FolderMissing,  // save: the target's folder does not exist
+    NotAFile,  // the path names a folder or another thing that is no file
+    NoPermission,  // the system refuses access, or the target is read-only
+    NoSpace,  // the disk or the user's quota is full, or the file too large
+    IoError,  // any other failure of the system
+    OutOfMemory,
+    CutShort,  // load: the file ends before the document does
+    Damaged,  // load: bytes that are no document, or bytes after its end
+    NewerVersion,  // load: written by a newer version of the library
   };
 
   // The steps of Save and Load at which a test can make the system fail.
-  enum Step { createTemp, writeTemp, syncTemp, replaceTarget, readFile };
+  enum Step { CreateTemp, WriteTemp, SyncTemp, ReplaceTarget, ReadFile };
   // Returns the system error number that the step should fail with, or 0
   // to let it run.
   using FaultHook = int (*)(Step nStep);
@@ -64,7 +64,7 @@ class VAXO057_API DocumentFile {
   // with doc emptied, on failure.
   bool Load(DataMgmt& doc);
 
-  // The outcome of the last Save or Load: none after success.
+  // The outcome of the last Save or Load: None after success.
   Cause GetCause() const { return m_nCause; }
   // The system's error number behind the cause, 0 when the system reported
   // none.
@@ -84,13 +84,13 @@ class VAXO057_API DocumentFile {
   void Begin(bool bSaving);
   bool Fail(Cause nCause);
   bool FailSystem(int nError);
-  bool WriteTemp(const CString& target, const std::vector<BYTE>& bytes, unsigned nMode);
+  bool WriteAndReplace(const CString& target, const std::vector<BYTE>& bytes, unsigned nMode);
   bool ReadWhole(std::vector<BYTE>& bytes);
   bool LoadBytes(DataMgmt& doc, std::vector<BYTE> bytes);
 
   CString m_strPath;
   bool m_bSaving = false;
-  Cause m_nCause = none;
+  Cause m_nCause = None;
   int m_nSystemError = 0;
   ULONGLONG m_nOffset = 0;
   ULONGLONG m_nFileSize = 0;

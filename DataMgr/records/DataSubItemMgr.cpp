@@ -36,7 +36,9 @@ DataSubItemMgr& DataSubItemMgr::operator=(const DataSubItemMgr& other) {
 DataSubItemMgr::~DataSubItemMgr() { record_list::DeleteAll(m_vecRecords); }
 
 DataSubItem* DataSubItemMgr::GetByID(int nID) const { return record_list::GetByID(m_vecRecords, nID); }
-size_t DataSubItemMgr::GetIndex(const DataSubItem* pSubItem) const { return record_list::GetIndex(m_vecRecords, pSubItem); }
+size_t DataSubItemMgr::GetIndex(const DataSubItem* pSubItem) const {
+  return record_list::GetIndex(m_vecRecords, pSubItem);
+}
 
 void DataSubItemMgr::SetAllData(int nColumnID, bool value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
 void DataSubItemMgr::SetAllData(int nColumnID, int value) { record_list::SetAll(m_vecRecords, nColumnID, value); }

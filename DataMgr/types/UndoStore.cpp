@@ -76,8 +76,9 @@ void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, val
 bool UndoStore::HaveUndoData(int nID) const {
   if (!m_pHistories) return false;
   const Histories& h = *m_pHistories;
-  return flat_int_map::Contains(h.m_mapText, nID) || flat_int_map::Contains(h.m_mapInt, nID) || flat_int_map::Contains(h.m_mapBool, nID) ||
-         flat_int_map::Contains(h.m_mapMoney, nID) || flat_int_map::Contains(h.m_mapDouble, nID) || flat_int_map::Contains(h.m_mapDateTime, nID);
+  using flat_int_map::Contains;
+  return Contains(h.m_mapText, nID) || Contains(h.m_mapInt, nID) || Contains(h.m_mapBool, nID) ||
+         Contains(h.m_mapMoney, nID) || Contains(h.m_mapDouble, nID) || Contains(h.m_mapDateTime, nID);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

@@ -144,8 +144,12 @@ void ValueStore::RegisterDataProp(int nID, const CString& value, bool bFlagged) 
   if (bFlagged) Flag(nID);
 }
 
-void ValueStore::RegisterDataProp(int nID, const DateTime& value) { flat_int_map::Insert(m_values.m_mapDateTime, nID, value); }
-void ValueStore::RegisterDataProp(int nID, const Money& value) { flat_int_map::Insert(m_values.m_mapMoney, nID, value); }
+void ValueStore::RegisterDataProp(int nID, const DateTime& value) {
+  flat_int_map::Insert(m_values.m_mapDateTime, nID, value);
+}
+void ValueStore::RegisterDataProp(int nID, const Money& value) {
+  flat_int_map::Insert(m_values.m_mapMoney, nID, value);
+}
 void ValueStore::RegisterDataProp(int nID, double value) { flat_int_map::Insert(m_values.m_mapDouble, nID, value); }
 void ValueStore::RegisterDataProp(int nID, int value) { flat_int_map::Insert(m_values.m_mapInt, nID, value); }
 void ValueStore::RegisterDataProp(int nID, bool value) { flat_int_map::Insert(m_values.m_mapBool, nID, value); }

@@ -81,7 +81,7 @@ class InjectedFault {
   ~InjectedFault() { DocumentFile::SetFaultHook(nullptr); }
 
  private:
-  static inline DocumentFile::Step s_nStep = DocumentFile::createTemp;
+  static inline DocumentFile::Step s_nStep = DocumentFile::CreateTemp;
   static inline int s_nError = 0;
 };
 
@@ -142,21 +142,21 @@ TEST_F(DocumentFileTest, SavedDocumentReplacesTheOldOneAndLoadsAsSaved) {
 TEST_F(DocumentFileTest, FailedSavesLeaveTheTargetAsItWas) {
   const std::string folderTarget = m_folder / "a folder";
   std::filesystem::create_directory(folderTarget);
-  ExpectSaveFails(folderTarget, DocumentFile::notAFile, "target is a folder");
+  ExpectSaveFails(folderTarget, DocumentFile::NotAFile, "target is a folder");
   std::filesystem::remove(folderTarget);
-  ExpectSaveFails(m_folder / "gone/list.dat", DocumentFile::folderMissing, "folder is gone");
+  ExpectSaveFails(m_folder / "gone/list.dat", DocumentFile::FolderMissing, "folder is gone");
 
   const bool bOverridden = PermissionsAreOverridden(m_folder);
   chmod(m_folder.Path().c_str(), 0555);
   {
-    InjectedFault refused(DocumentFile::createTemp, bOverridden ? EACCES : 0);
-    ExpectSaveFails(m_target, DocumentFile::noPermission, "read-only folder");
+    InjectedFault refused(DocumentFile::CreateTemp, bOverridden ? EACCES : 0);
+    ExpectSaveFails(m_target, DocumentFile::NoPermission, "read-only folder");
   }
   chmod(m_folder.Path().c_str(), 0755);
   chmod(m_target.c_str(), 0444);
   {
-    InjectedFault refused(DocumentFile::createTemp, bOverridden ? EACCES : 0);
-    ExpectSaveFails(m_target, DocumentFile::noPermission, "read-only file");
+    InjectedFault refused(DocumentFile::CreateTemp, bOverridden ? EACCES : 0);
+    ExpectSaveFails(m_target, DocumentFile::NoPermission, "read-only file");
   }
   chmod(m_target.c_str(), 0644);
 
@@ -166,10 +166,10 @@ TEST_F(DocumentFileTest, FailedSavesLeaveTheTargetAsItWas) {
     DocumentFile::Cause nCause;
     const char* pszRow;
   } faults[] = {
-      {DocumentFile::createTemp, EMFILE, DocumentFile::ioError, "no file handle left"},
-      {DocumentFile::writeTemp, ENOSPC, DocumentFile::noSpace, "disk full while writing"},
-      {DocumentFile::syncTemp, EIO, DocumentFile::ioError, "flush to disk fails"},
-      {DocumentFile::replaceTarget, EBUSY, DocumentFile::ioError, "rename fails"},
+      {DocumentFile::CreateTemp, EMFILE, DocumentFile::IoError, "no file handle left"},
+      {DocumentFile::WriteTemp, ENOSPC, DocumentFile::NoSpace, "disk full while writing"},
+      {DocumentFile::SyncTemp, EIO, DocumentFile::IoError, "flush to disk fails"},
+      {DocumentFile::ReplaceTarget, EBUSY, DocumentFile::IoError, "rename fails"},
   };
   for (const auto& fault : faults) {
     InjectedFault injected(fault.nStep, fault.nError);
@@ -178,11 +178,12 @@ TEST_F(DocumentFileTest, FailedSavesLeaveTheTargetAsItWas) {
 }
 
 TEST_F(DocumentFileTest, FullDiskNamesTheCause) {
-  InjectedFault full(DocumentFile::writeTemp, ENOSPC);
+  InjectedFault full(DocumentFile::WriteTemp, ENOSPC);
   DocumentFile file(m_target);
   EXPECT_FALSE(file.Save(m_new));
   EXPECT_EQ(file.GetSystemError(), ENOSPC);
-  EXPECT_EQ(file.GetMessage().GetStdString(), "cannot save \"" + m_target + "\": the disk is full (No space left on device)");
+  EXPECT_EQ(file.GetMessage().GetStdString(),
+            "cannot save \"" + m_target + "\": the disk is full (No space left on device)");
 }
 
 // The file system itself refuses the write half-way: a file size limit in a
@@ -197,7 +198,7 @@ TEST_F(DocumentFileTest, WriteRefusedHalfWayLeavesTheTargetAsItWas) {
     signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &limit);
     DocumentFile file(m_target);
-    _exit(!file.Save(large) && file.GetCause() == DocumentFile::noSpace ? 0 : 1);
+    _exit(!file.Save(large) && file.GetCause() == DocumentFile::NoSpace ? 0 : 1);
   }
   int nStatus = 0;
   waitpid(pid, &nStatus, 0);
@@ -219,16 +220,16 @@ TEST_F(DocumentFileTest, FailedLoadsLeaveTheDocumentEmptyAndSayWhere) {
     ULONGLONG nOffset;
     const char* pszRow;
   } rows[] = {
-      {m_folder / "none.dat", {}, DocumentFile::notFound, 0, "no such file"},
-      {folderPath, {}, DocumentFile::notAFile, 0, "a folder"},
-      {m_folder / "short.dat", test_support::ShrinkSize(saved, 1), DocumentFile::cutShort, 1, "one byte"},
-      {m_folder / "tail.dat", test_support::ByteWriter().Raw(saved).Byte(0).Get(), DocumentFile::damaged,
+      {m_folder / "none.dat", {}, DocumentFile::NotFound, 0, "no such file"},
+      {folderPath, {}, DocumentFile::NotAFile, 0, "a folder"},
+      {m_folder / "short.dat", test_support::ShrinkSize(saved, 1), DocumentFile::CutShort, 1, "one byte"},
+      {m_folder / "tail.dat", test_support::ByteWriter().Raw(saved).Byte(0).Get(), DocumentFile::Damaged,
        saved.size(), "a byte after the end"},
       {m_folder / "newer.dat", test_support::SetByte(saved, 0, DataMgmt::CURRENT_VERSION + 1),
-       DocumentFile::newerVersion, 0, "newer version"},
+       DocumentFile::NewerVersion, 0, "newer version"},
       // The export path's length 0xFF, 0xFFFE: a form no archive writes.
       {m_folder / "bad.dat", test_support::ByteWriter().Word(4).Byte(0xFF).Word(0xFFFE).Get(),
-       DocumentFile::damaged, 5, "impossible text length"},
+       DocumentFile::Damaged, 5, "impossible text length"},
   };
   for (const auto& row : rows) {
     if (!row.bytes.empty()) WriteRaw(row.path, std::string(row.bytes.begin(), row.bytes.end()));
@@ -251,7 +252,7 @@ TEST_F(DocumentFileTest, FileCutAtEveryByteLoadsNothing) {
     DataMgmt doc;
     DocumentFile file(cut);
     EXPECT_FALSE(file.Load(doc)) << "cut at " << nCut;
-    EXPECT_EQ(file.GetCause(), DocumentFile::cutShort) << "cut at " << nCut;
+    EXPECT_EQ(file.GetCause(), DocumentFile::CutShort) << "cut at " << nCut;
     EXPECT_LE(file.GetOffset(), nCut) << "cut at " << nCut;
     EXPECT_TRUE(IsEmptyDocument(doc)) << "cut at " << nCut;
   }
@@ -259,12 +260,13 @@ TEST_F(DocumentFileTest, FileCutAtEveryByteLoadsNothing) {
 
 TEST_F(DocumentFileTest, UnreadableFileIsReportedWithTheSystemsReason) {
   chmod(m_target.c_str(), 0);
-  InjectedFault refused(DocumentFile::readFile, PermissionsAreOverridden(m_folder) ? EACCES : 0);
+  InjectedFault refused(DocumentFile::ReadFile, PermissionsAreOverridden(m_folder) ? EACCES : 0);
   DataMgmt doc;
   DocumentFile file(m_target);
   EXPECT_FALSE(file.Load(doc));
-  EXPECT_EQ(file.GetCause(), DocumentFile::noPermission);
-  EXPECT_EQ(file.GetMessage().GetStdString(), "cannot load \"" + m_target + "\": permission denied (Permission denied)");
+  EXPECT_EQ(file.GetCause(), DocumentFile::NoPermission);
+  EXPECT_EQ(file.GetMessage().GetStdString(),
+            "cannot load \"" + m_target + "\": permission denied (Permission denied)");
 }
 
 // A child process saves the new and the old document in turn until it is
