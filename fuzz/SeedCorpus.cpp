@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/records/DataItemMgr.h"
 #include "DataMgr/records/DataSubItem.h"
 #include "DataMgr/records/DataSubItemMgr.h"
@@ -170,6 +171,32 @@ std::vector<Bytes> DataPropMgrSeeds() {
   return {StoreBytes(registry)};
 }
 
+// An empty document and one with a column of each entry layout and items
+// entered as text, one with sub-items.
+std::vector<Bytes> DocumentSeeds() {
+  DataMgmt empty;
+  DataMgmt doc;
+  doc.SetMRUExportPath(CString("/exports/"));
+  std::vector<int> columns;
+  for (DataType::Type nType : {DataType::Text, DataType::Monetary, DataType::ValueListSuggested,
+                               DataType::AddressBookSuggested, DataType::Date}) {
+    DataProp* pProp = new DataProp;
+    pProp->SetDataType(nType);
+    pProp->SetName(DataType::GetText(nType));
+    doc.AddDataProp(pProp, true, false, false, false);
+    columns.push_back(pProp->GetID());
+  }
+  for (const char* pszValue : {"12", "Ann", "2024-02-29"}) {
+    DataItem* pItem = doc.CreateDataItem(nullptr, true, true);
+    for (int nID : columns) {
+      bool bRedisplay = false;
+      doc.SetData(*pItem, nID, CString(pszValue), bRedisplay, true);
+    }
+  }
+  FillSubItems(doc.GetDataItemMgr().GetAt(0)->GetSubItemsMgr(), doc.GetDataItemMgr().GetAt(0)->GetID());
+  return {StoreBytes(empty), StoreBytes(doc)};
+}
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -201,6 +228,7 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "addressbook_fuzzer", AddressBookSeeds()) &&
                         WriteSeeds(root, "listitem_fuzzer", ListItemSeeds()) &&
                         WriteSeeds(root, "dataprop_fuzzer", ColumnSeeds()) &&
-                        WriteSeeds(root, "datapropmgr_fuzzer", DataPropMgrSeeds());
+                        WriteSeeds(root, "datapropmgr_fuzzer", DataPropMgrSeeds()) &&
+                        WriteSeeds(root, "documentfile_fuzzer", DocumentSeeds());
   return bWritten ? 0 : 1;
 }
