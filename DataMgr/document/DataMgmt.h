@@ -27,16 +27,16 @@
 // here: adding a column fills the records with its default value, creating
 // a record fills in every default, copying or deleting an item raises or
 // lowers the usage counts of the list entries and addresses its cells refer
-// to. Values are entered as text through
-// IsValueAcceptable and SetData and shown through GetTextRepresentation,
+// to. Values are entered as text through EnterValue (or its two steps,
+// IsValueAcceptable and SetData) and shown through GetTextRepresentation,
 // which parse and format by the column's data type and flags.
 //
 // The document never throws for bad input (false, null or an empty text
 // instead); archive faults pass through from Serialize. It must never hand
 // out a column or record it has deleted, and never archive the alias map.
 // The sources are split by concern: DataMgmt.cpp (life cycle, defaults,
-// archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
-// DataMgmtListUsage.cpp and DataMgmtFilePaths.cpp.
+// archive), DataMgmtValueEntry.cpp, DataMgmtSafeEntry.cpp (EnterValue),
+// DataMgmtRendering.cpp, DataMgmtListUsage.cpp and DataMgmtFilePaths.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -101,6 +101,19 @@ class VAXO057_API DataMgmt {
   // Trims text, judges it by the column's type and rewrites it in normal
   // form when accepted.
   bool IsValueAcceptable(CString& text, DataProp& prop) const;
+
+  // The outcome of EnterValue.
+  enum EntryResult {
+    EntryRejected,  // the text is not acceptable: nothing changed
+    EntryUnchanged,  // acceptable, and the cell already held its value
+    EntryChanged,  // the cell now holds the text's value
+  };
+  // Value entry in one call, for hosts and tools: judges text as
+  // IsValueAcceptable does and, when it is acceptable, stores its normal
+  // form as SetData does (undoable when bRecord). normalized receives that
+  // normal form, or text as it was when rejected. An unknown column rejects
+  // every text.
+  EntryResult EnterValue(Data& data, int nDataPropID, const CString& text, CString& normalized, bool bRecord = true);
   static int ConvertToInteger(const CString& text, const DataProp& prop);
 
   // Rendering. The first form maps the column through the alias map.

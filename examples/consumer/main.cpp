@@ -14,8 +14,8 @@ int main() {
   pPrice->SetName("Price");
   doc.AddDataProp(pPrice, true, false, false, false);
   DataItem* pItem = doc.CreateDataItem(nullptr, true, true);
-  bool bRedisplay = false;
-  doc.SetData(*pItem, pPrice->GetID(), "12.5", bRedisplay, true);
+  CString normalized;
+  if (doc.EnterValue(*pItem, pPrice->GetID(), "12.5", normalized) != DataMgmt::EntryChanged) return 1;
   const CString shown = doc.GetTextRepresentation(*pItem, pPrice->GetID(), false);
 
   const std::string path = (std::filesystem::temp_directory_path() / "vaxo057-consumer.dat").string();
