@@ -5,6 +5,7 @@ BUILD_DIR ?= build
 SANITIZE_DIR ?= build-sanitize
 FUZZ_DIR ?= build-fuzz
 FUZZ_SECONDS ?= 30
+FUZZ_SMOKE_SECONDS ?= 15
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
 CMAKE_FLAGS = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVAXO057_WARNINGS_AS_ERRORS=ON
@@ -19,7 +20,7 @@ FUZZ_RUN_FLAGS = -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -malloc_limi
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=1:strict_string_checks=1
 export UBSAN_OPTIONS ?= halt_on_error=1:print_stacktrace=1
 
-.PHONY: all build test test-sanitize fuzz run bench clean
+.PHONY: all build test test-sanitize fuzz fuzz-smoke run bench clean package-check
 
 all: build
 
@@ -35,16 +36,37 @@ test-sanitize:
 	cmake --build $(SANITIZE_DIR) -j $(JOBS)
 	ctest --test-dir $(SANITIZE_DIR) --output-on-failure -j $(JOBS)
 
-# Builds the fuzzers with clang, writes their seed corpus and runs each for
-# FUZZ_SECONDS; a finding stops the run and leaves its input in
-# $(FUZZ_DIR)/artifacts.
-fuzz:
+# Builds the fuzzers with clang, writes their seed corpus and runs every
+# *_fuzzer for FUZZ_SECONDS over its seeds and its saved inputs under
+# fuzz/regressions/ (fuzz-smoke: FUZZ_SMOKE_SECONDS, for CI). A finding
+# stops the run and leaves its input in $(FUZZ_DIR)/artifacts; the runs a
+# target reached are in $(FUZZ_DIR)/logs.
+fuzz-smoke: FUZZ_SECONDS = $(FUZZ_SMOKE_SECONDS)
+fuzz fuzz-smoke:
 	cmake -S . -B $(FUZZ_DIR) $(FUZZ_FLAGS)
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
 	$(FUZZ_DIR)/fuzz/vaxo057-fuzz-seeds $(FUZZ_DIR)/corpus
-	mkdir -p $(FUZZ_DIR)/artifacts
-	@for f in $(FUZZ_DIR)/fuzz/*_fuzzer; do n=$$(basename $$f); echo "== $$n"; \
-	  $$f $(FUZZ_RUN_FLAGS) -artifact_prefix=$(FUZZ_DIR)/artifacts/$$n- $(FUZZ_DIR)/corpus/$$n || exit 1; done
+	mkdir -p $(FUZZ_DIR)/artifacts $(FUZZ_DIR)/logs
+	@for f in $(FUZZ_DIR)/fuzz/*_fuzzer; do n=$$(basename $$f); mkdir -p $(FUZZ_DIR)/corpus/$$n; \
+	  $$f $(FUZZ_RUN_FLAGS) -artifact_prefix=$(FUZZ_DIR)/artifacts/$$n- $(FUZZ_DIR)/corpus/$$n \
+	    $$( [ -d fuzz/regressions/$$n ] && echo fuzz/regressions/$$n ) > $(FUZZ_DIR)/logs/$$n.log 2>&1 \
+	    || { tail -n 60 $(FUZZ_DIR)/logs/$$n.log; echo "== $$n: FAILED, input in $(FUZZ_DIR)/artifacts"; exit 1; }; \
+	  echo "== $$n: $$(grep -o 'Done [0-9]* runs in [0-9]* second' $(FUZZ_DIR)/logs/$$n.log)"; done
+
+# Installs the build into a fresh prefix and builds and runs the consumer
+# under examples/ against it: once through find_package, once through
+# pkg-config.
+PACKAGE_DIR ?= $(BUILD_DIR)/package-check
+package-check: build
+	rm -rf $(PACKAGE_DIR)
+	cmake --install $(BUILD_DIR) --prefix $(PACKAGE_DIR)/prefix
+	cmake -S examples/consumer -B $(PACKAGE_DIR)/cmake -DCMAKE_PREFIX_PATH=$(abspath $(PACKAGE_DIR))/prefix
+	cmake --build $(PACKAGE_DIR)/cmake
+	$(PACKAGE_DIR)/cmake/vaxo057-consumer
+	PKG_CONFIG_PATH=$(abspath $(PACKAGE_DIR))/prefix/lib/pkgconfig; export PKG_CONFIG_PATH; \
+	  $(CXX) -std=c++17 -Wall -Werror -o $(PACKAGE_DIR)/pkgconfig-consumer examples/consumer/main.cpp \
+	    $$(pkg-config --cflags --libs vaxo057) -Wl,-rpath,$$(pkg-config --variable=libdir vaxo057)
+	$(PACKAGE_DIR)/pkgconfig-consumer
 
 run: build
 	$(BUILD_DIR)/tools/vaxo057-example

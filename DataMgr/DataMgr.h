@@ -26,6 +26,7 @@
 #include "DataMgr/document/DataFind.h"
 #include "DataMgr/document/DataFindMgr.h"
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/document/DocumentFile.h"
 #include "DataMgr/document/FoundWord.h"
 #include "DataMgr/document/FoundWordMgr.h"
 #include "DataMgr/filter/DataFilter.h"

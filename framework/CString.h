@@ -21,7 +21,9 @@ class FRAMEWORK_API CString {
   CString() = default;
   CString(const char* psz);  // NOLINT(google-explicit-constructor): framework semantics
   CString(const char* pch, int nLength);
-  CString(char ch, int nRepeat = 1);  // NOLINT(google-explicit-constructor)
+  // Explicit, so that an integer passed where a text is expected does not
+  // become a one-character text.
+  explicit CString(char ch, int nRepeat = 1);
   CString(const std::string& str);    // NOLINT(google-explicit-constructor)
   CString(std::string&& str);         // NOLINT(google-explicit-constructor)
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "DataMgr/document/DataFindMgr.h"
+#include "DataMgr/document/DataMgmt.h"
 #include "DataMgr/filter/DataFilterMgr.h"
 #include "DataMgr/filter/HighlightFilterMgr.h"
 #include "DataMgr/records/DataItemMgr.h"
@@ -323,6 +324,32 @@ std::vector<Bytes> DataFindMgrSeeds() {
   return {empty, StoreBytes(hits)};
 }
 
+// An empty document and one with a column of each entry layout and items
+// entered as text, one with sub-items.
+std::vector<Bytes> DocumentSeeds() {
+  DataMgmt empty;
+  DataMgmt doc;
+  doc.SetMRUExportPath(CString("/exports/"));
+  std::vector<int> columns;
+  for (DataType::Type nType : {DataType::Text, DataType::Monetary, DataType::ValueListSuggested,
+                               DataType::AddressBookSuggested, DataType::Date}) {
+    DataProp* pProp = new DataProp;
+    pProp->SetDataType(nType);
+    pProp->SetName(DataType::GetText(nType));
+    doc.AddDataProp(pProp, true, false, false, false);
+    columns.push_back(pProp->GetID());
+  }
+  for (const char* pszValue : {"12", "Ann", "2024-02-29"}) {
+    DataItem* pItem = doc.CreateDataItem(nullptr, true, true);
+    for (int nID : columns) {
+      bool bRedisplay = false;
+      doc.SetData(*pItem, nID, CString(pszValue), bRedisplay, true);
+    }
+  }
+  FillSubItems(doc.GetDataItemMgr().GetAt(0)->GetSubItemsMgr(), doc.GetDataItemMgr().GetAt(0)->GetID());
+  return {StoreBytes(empty), StoreBytes(doc)};
+}
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -364,6 +391,7 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "report_fuzzer", ReportSeeds()) &&
                         WriteSeeds(root, "webreport_fuzzer", WebReportSeeds()) &&
                         WriteSeeds(root, "weblinkmgr_fuzzer", WebLinkMgrSeeds()) &&
-                        WriteSeeds(root, "datafindmgr_fuzzer", DataFindMgrSeeds());
+                        WriteSeeds(root, "datafindmgr_fuzzer", DataFindMgrSeeds()) &&
+                        WriteSeeds(root, "documentfile_fuzzer", DocumentSeeds());
   return bWritten ? 0 : 1;
 }

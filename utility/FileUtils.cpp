@@ -14,14 +14,17 @@
 #include <vector>
 
 #include "utility/DirUtils.h"
+#include "utility/FileWriting.h"
 #include "utility/InternetUtils.h"
 #include "utility/StringUtils.h"
 #include "utility/TextRules.h"
 
 namespace {
 
+using file_writing::SyncFolder;
+using file_writing::WriteAll;
+
 const char TEMP_NAME[] = ".~write.XXXXXX";
-const mode_t NEW_FILE_MODE = 0666;
 const size_t READ_BLOCK = 65536;
 
 // The whole file as bytes; false (errno kept) when it cannot be read.
@@ -49,32 +52,6 @@ void SplitLines(const std::string& bytes, TextArray& lines) {
   if (nStart < bytes.size()) lines.Add(CString(bytes.substr(nStart)));
 }
 
-bool WriteAll(int fd, const std::string& bytes) {
-  size_t nDone = 0;
-  while (nDone < bytes.size()) {
-    const ssize_t nWritten = write(fd, bytes.data() + nDone, bytes.size() - nDone);
-    if (nWritten < 0 && errno == EINTR) continue;
-    if (nWritten <= 0) return false;
-    nDone += static_cast<size_t>(nWritten);
-  }
-  return true;
-}
-
-mode_t DefaultFileMode() {
-  const mode_t nMask = umask(0);
-  umask(nMask);
-  return NEW_FILE_MODE & ~nMask;
-}
-
-// Flushes the folder's entry list, so that a rename in it survives a crash.
-// A folder that cannot be opened for this only loses that guarantee.
-void SyncFolder(const CString& folder) {
-  const int fd = open(folder.IsEmpty() ? "." : folder.GetString(), O_RDONLY | O_DIRECTORY);
-  if (fd < 0) return;
-  fsync(fd);
-  close(fd);
-}
-
 // Puts bytes into target with the permission bits nMode through a flushed
 // temporary file in target's folder; target is untouched on failure.
 bool ReplaceFile(const CString& target, const std::string& bytes, mode_t nMode) {
@@ -82,27 +59,13 @@ bool ReplaceFile(const CString& target, const std::string& bytes, mode_t nMode) 
   std::string tempPath = (folder + TEMP_NAME).GetStdString();
   const int fd = mkstemp(tempPath.data());
   if (fd < 0) return false;
-  bool bWritten = fchmod(fd, nMode) == 0 && WriteAll(fd, bytes) && fsync(fd) == 0;
+  bool bWritten = fchmod(fd, nMode) == 0 && WriteAll(fd, bytes.data(), bytes.size()) && fsync(fd) == 0;
   bWritten = close(fd) == 0 && bWritten;
   if (!bWritten || std::rename(tempPath.c_str(), target) != 0) {
     unlink(tempPath.c_str());
     return false;
   }
   SyncFolder(folder);
-  return true;
-}
-
-// The file a write to path lands in: a symbolic link's target, else path.
-bool ResolveLink(const CString& path, CString& resolved) {
-  struct stat info {};
-  if (lstat(path, &info) != 0 || !S_ISLNK(info.st_mode)) {
-    resolved = path;
-    return true;
-  }
-  char* pszResolved = realpath(path, nullptr);
-  if (pszResolved == nullptr) return false;
-  resolved = pszResolved;
-  std::free(pszResolved);
   return true;
 }
 
@@ -149,7 +112,7 @@ bool FileUtils::ReadFileContent(const CString& path, TextArray& lines, bool bApp
 
 bool FileUtils::WriteFileContent(const CString& path, const TextArray& lines, bool bAppend, bool bCRLF) {
   CString target;
-  if (path.IsEmpty() || !ResolveLink(path, target)) return false;
+  if (path.IsEmpty() || !file_writing::ResolveLink(path, target)) return false;
   struct stat info {};
   const bool bExists = stat(target, &info) == 0;
   if (bExists && !S_ISREG(info.st_mode)) return false;
@@ -157,7 +120,7 @@ bool FileUtils::WriteFileContent(const CString& path, const TextArray& lines, bo
   if (bAppend && bExists && !ReadBytes(target, bytes)) return false;
   const char* pszLineEnd = bCRLF ? "\r\n" : "\n";
   for (const CString& line : lines) bytes += line.GetStdString() + pszLineEnd;
-  return ReplaceFile(target, bytes, bExists ? info.st_mode & 07777 : DefaultFileMode());
+  return ReplaceFile(target, bytes, bExists ? info.st_mode & 07777 : file_writing::DefaultFileMode());
 }
 
 bool FileUtils::GetFileList(const CString& dir, TextArray& files, bool bFullPaths) {

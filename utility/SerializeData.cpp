@@ -7,9 +7,6 @@
 namespace {
 
 const size_t INT_BYTES = SerializeData::INT_BYTES;
-const size_t BOOL_BYTES = SerializeData::BOOL_BYTES;
-const size_t DOUBLE_BYTES = SerializeData::DOUBLE_BYTES;
-const size_t DATETIME_BYTES = SerializeData::DATETIME_BYTES;
 const size_t MIN_STRING_BYTES = SerializeData::MIN_TEXT_BYTES;
 
 size_t CounterBytes(bool bOldFormat) { return bOldFormat ? 4 : 8; }

@@ -9,7 +9,6 @@ using archive_exchange::Exchange;
 
 namespace {
 
-const WORD DATAMGMT_VERSION = 4;
 
 }  // namespace
 
@@ -135,7 +134,7 @@ DataItem* DataMgmt::GetLastModifiedDataItem(int nColumnID) const {
 //   4  (current) loaded as stored
 // The alias map is neither stored nor touched by loading.
 void DataMgmt::Serialize(CArchive& ar) {
-  WORD nVersion = DATAMGMT_VERSION;
+  WORD nVersion = CURRENT_VERSION;
   Exchange(ar, nVersion);
   Exchange(ar, m_strMRUExportPath);
   m_dataPropMgr.Serialize(ar);

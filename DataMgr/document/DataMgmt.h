@@ -33,8 +33,8 @@ class SortOrder;
 // here: adding a column fills the records with its default value, creating
 // a record fills in every default, copying or deleting an item raises or
 // lowers the usage counts of the list entries and addresses its cells refer
-// to. Values are entered as text through
-// IsValueAcceptable and SetData and shown through GetTextRepresentation,
+// to. Values are entered as text through EnterValue (or its two steps,
+// IsValueAcceptable and SetData) and shown through GetTextRepresentation,
 // which leave parsing and formatting by the column's data type and flags to
 // the type's ValueCodec.
 //
@@ -42,11 +42,11 @@ class SortOrder;
 // instead); archive faults pass through from Serialize. It must never hand
 // out a column or record it has deleted, and never archive the alias map.
 // The sources are split by concern: DataMgmt.cpp (life cycle, defaults,
-// archive), DataMgmtValueEntry.cpp, DataMgmtRendering.cpp,
-// DataMgmtListUsage.cpp (usage counts and their recount),
-// DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp, DataMgmtColumnMoves.cpp,
-// DataMgmtFilePaths.cpp, DataMgmtSort.cpp, DataMgmtFind.cpp and
-// DataMgmtExport.cpp.
+// archive), DataMgmtValueEntry.cpp, DataMgmtSafeEntry.cpp (EnterValue),
+// DataMgmtRendering.cpp, DataMgmtListUsage.cpp (usage counts and their
+// recount), DataMgmtListEdits.cpp, DataMgmtTypeChange.cpp,
+// DataMgmtColumnMoves.cpp, DataMgmtFilePaths.cpp, DataMgmtSort.cpp,
+// DataMgmtFind.cpp and DataMgmtExport.cpp.
 class VAXO057_API DataMgmt {
  public:
   DataMgmt();
@@ -96,7 +96,9 @@ class VAXO057_API DataMgmt {
   void DeleteDataItem(DataItem* pItem);
   virtual void DeleteAll(bool bResetIDs, bool bClearAliases);
 
-  // See the layout above the definition; version 4 is current.
+  // The version word that Serialize writes first.
+  static constexpr WORD CURRENT_VERSION = 4;
+  // See the layout above the definition.
   virtual void Serialize(CArchive& ar);
 
   // Value entry. bRedisplay tells the host to show the column's text again;
@@ -109,6 +111,19 @@ class VAXO057_API DataMgmt {
   // Trims text, judges it by the column's type and rewrites it in normal
   // form when accepted.
   bool IsValueAcceptable(CString& text, DataProp& prop) const;
+
+  // The outcome of EnterValue.
+  enum EntryResult {
+    EntryRejected,  // the text is not acceptable: nothing changed
+    EntryUnchanged,  // acceptable, and the cell already held its value
+    EntryChanged,  // the cell now holds the text's value
+  };
+  // Value entry in one call, for hosts and tools: judges text as
+  // IsValueAcceptable does and, when it is acceptable, stores its normal
+  // form as SetData does (undoable when bRecord). normalized receives that
+  // normal form, or text as it was when rejected. An unknown column rejects
+  // every text.
+  EntryResult EnterValue(Data& data, int nDataPropID, const CString& text, CString& normalized, bool bRecord = true);
   static int ConvertToInteger(const CString& text, const DataProp& prop);
 
   // Rendering. The first form maps the column through the alias map.

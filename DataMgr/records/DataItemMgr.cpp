@@ -1,6 +1,6 @@
 #include "DataMgr/records/DataItemMgr.h"
 
-#include "DataMgr/types/NextIDMgr.h"
+#include "DataMgr/records/RecordList.h"
 
 namespace {
 
@@ -23,10 +23,37 @@ void AdoptSubItems(DataItem& item) {
 
 DataItemMgr::DataItemMgr() = default;
 
-DataItemMgr::~DataItemMgr() = default;
+DataItemMgr::~DataItemMgr() { record_list::DeleteAll(m_vecRecords); }
+
+DataItem* DataItemMgr::GetByID(int nID) const { return record_list::GetByID(m_vecRecords, nID); }
+size_t DataItemMgr::GetIndex(const DataItem* pItem) const { return record_list::GetIndex(m_vecRecords, pItem); }
+
+void DataItemMgr::SetAllData(int nColumnID, bool value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataItemMgr::SetAllData(int nColumnID, int value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataItemMgr::SetAllData(int nColumnID, double value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataItemMgr::SetAllData(int nColumnID, const Money& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataItemMgr::SetAllData(int nColumnID, const DateTime& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataItemMgr::SetAllData(int nColumnID, const CString& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataItemMgr::SetAllData(int nColumnID, const char* value) {
+  record_list::SetAll(m_vecRecords, nColumnID, CString(value));
+}
+
+void DataItemMgr::Delete(size_t nIndex) { record_list::Delete(m_vecRecords, nIndex); }
+void DataItemMgr::Delete(DataItem* pItem) { record_list::Delete(m_vecRecords, GetIndex(pItem)); }
+
+void DataItemMgr::DeleteAll(bool bResetIDs) {
+  record_list::DeleteAll(m_vecRecords);
+  if (bResetIDs) m_nextID.ResetNextID();
+}
 
 DataItem* DataItemMgr::Create(const DataItem* pSource, bool bAdd, bool bAssignID) {
-  DataItem* pItem = CreateRecord(pSource, bAdd, bAssignID);
+  DataItem* pItem = record_list::CreateRecord(m_vecRecords, m_nextID, pSource, bAdd, bAssignID);
   if (pSource) {
     pItem->SetLastModified();
     pItem->ClearUndoData();
@@ -35,18 +62,24 @@ DataItem* DataItemMgr::Create(const DataItem* pSource, bool bAdd, bool bAssignID
   return pItem;
 }
 
+void DataItemMgr::Remove(DataItem* pItem) { record_list::Detach(m_vecRecords, pItem); }
+
+bool DataItemMgr::Move(size_t nFrom, size_t nTo) { return record_list::MoveEntry(m_vecRecords, nFrom, nTo); }
+
+void DataItemMgr::Add(DataItem* pItem) { record_list::InsertAt(m_vecRecords, GetCount(), pItem); }
+
 void DataItemMgr::Insert(size_t nIndex, DataItem* pItem, bool bAssignID) {
   if (!pItem) return;
-  InsertAt(nIndex, pItem);
-  if (bAssignID) pItem->SetID(TakeNextID());
+  record_list::InsertAt(m_vecRecords, nIndex, pItem);
+  if (bAssignID) pItem->SetID(m_nextID.GetNextID());
 }
 
 void DataItemMgr::RefreshNextID() {
-  ResetNextID();
-  ForEach([this](DataItem& item) {
-    item.SetID(TakeNextID());
-    item.GetSubItemsMgr().SetAllParentID(item.GetID());
-  });
+  m_nextID.ResetNextID();
+  for (DataItem* pItem : m_vecRecords) {
+    pItem->SetID(m_nextID.GetNextID());
+    pItem->GetSubItemsMgr().SetAllParentID(pItem->GetID());
+  }
 }
 
 // Layout (version 4, current):
@@ -66,6 +99,7 @@ void DataItemMgr::Serialize(CArchive& ar) {
   } else {
     ar >> nVersion;
   }
-  const bool bMissingIDs = SerializeRecords(ar, nVersion < FIRST_NEW_COUNTER_VERSION, MIN_ITEM_BYTES);
+  const bool bMissingIDs =
+      record_list::SerializeRecords(ar, m_vecRecords, m_nextID, nVersion < FIRST_NEW_COUNTER_VERSION, MIN_ITEM_BYTES);
   if (ar.IsLoading() && (bMissingIDs || nVersion == RENUMBERED_VERSION)) RefreshNextID();
 }

@@ -2,11 +2,15 @@
 #define DATAMGR_RECORDS_DATAITEMMGR_H_
 
 #include <cstddef>
+#include <vector>
 
 #include "DataMgr/Export.h"
 #include "DataMgr/records/DataItem.h"
-#include "DataMgr/records/RecordList.h"
+#include "DataMgr/types/Money.h"
+#include "DataMgr/types/NextIDMgr.h"
 #include "framework/CArchive.h"
+#include "framework/CString.h"
+#include "utility/DateTime.h"
 
 // All items of a document in row order (the order the user gave them until
 // a sort rearranges it), with the allocator of their IDs. Once IDs have
@@ -27,12 +31,41 @@
 // is -1 (none) until the collection gives it one: a fresh item created
 // without bAssignID keeps -1, and loading renumbers the list when an item
 // comes with a negative ID. Nothing here throws but the archive.
-class VAXO057_API DataItemMgr : public RecordList<DataItem> {
+class VAXO057_API DataItemMgr {
  public:
   DataItemMgr();
   DataItemMgr(const DataItemMgr& other) = delete;
   DataItemMgr& operator=(const DataItemMgr& other) = delete;
   ~DataItemMgr();
+
+  size_t GetCount() const { return m_vecRecords.size(); }
+  bool IsEmpty() const { return m_vecRecords.empty(); }
+  // The item at nIndex; null when nIndex is not less than the count.
+  DataItem* GetAt(size_t nIndex) const { return nIndex < GetCount() ? m_vecRecords[nIndex] : nullptr; }
+  // The first item with that ID (a linear scan); null when none has it.
+  DataItem* GetByID(int nID) const;
+  // The index of pItem; the count when it is not in the list.
+  size_t GetIndex(const DataItem* pItem) const;
+
+  // SetData(nColumnID, value, true) on every item of this list: each
+  // change is undoable and stamps the item's modification time; sub-items are
+  // not reached.
+  void SetAllData(int nColumnID, bool value);
+  void SetAllData(int nColumnID, int value);
+  void SetAllData(int nColumnID, double value);
+  void SetAllData(int nColumnID, const Money& value);
+  void SetAllData(int nColumnID, const DateTime& value);
+  void SetAllData(int nColumnID, const CString& value);
+  void SetAllData(int nColumnID, const char* value);
+
+  // Destroys the item at nIndex and takes it out; nothing when nIndex is
+  // out of range.
+  void Delete(size_t nIndex);
+  // Destroys pItem when it is in the list; null or one of another
+  // collection does nothing.
+  void Delete(DataItem* pItem);
+  // Destroys every item with its sub-items; bResetIDs sets the allocator back to 0.
+  void DeleteAll(bool bResetIDs);
 
   // A copy of *pSource or, for null, a fresh item; appended when bAdd; given
   // the next ID when bAssignID, even when not added. A copy then takes the
@@ -42,12 +75,12 @@ class VAXO057_API DataItemMgr : public RecordList<DataItem> {
 
   // Takes pItem out of the list without destroying it; the caller owns it
   // then. Null or an item of another collection does nothing.
-  void Remove(DataItem* pItem) { Detach(pItem); }
+  void Remove(DataItem* pItem);
 
   // Puts the item at nFrom at index nTo (the items between shift by one
   // place) and returns true; false, with no change, when nFrom or nTo is
   // not less than the count.
-  bool Move(size_t nFrom, size_t nTo) { return MoveEntry(nFrom, nTo); }
+  bool Move(size_t nFrom, size_t nTo);
 
   // Renumbers the items 0, 1, 2, ... in list order, each item's sub-items
   // taking its new ID as their parent ID. IDs stored elsewhere are not
@@ -59,11 +92,18 @@ class VAXO057_API DataItemMgr : public RecordList<DataItem> {
 
  protected:
   // Appends pItem, which the collection then owns; null is ignored.
-  void Add(DataItem* pItem) { Append(pItem); }
+  void Add(DataItem* pItem);
   // Inserts pItem before nIndex, or appends it when nIndex is not less than
   // the count; the collection then owns it. bAssignID gives it the next ID.
   // Null is ignored.
   void Insert(size_t nIndex, DataItem* pItem, bool bAssignID);
+
+ private:
+  // The sort engine reorders the list through it (see RecordOrder.h).
+  friend class RecordOrder;
+
+  std::vector<DataItem*> m_vecRecords;
+  NextIDMgr m_nextID;
 };
 
 #endif  // DATAMGR_RECORDS_DATAITEMMGR_H_

@@ -1,7 +1,9 @@
 #include "DataMgr/records/DataSubItemMgr.h"
 
 #include <stdexcept>
+#include <utility>
 
+#include "DataMgr/records/RecordList.h"
 #include "utility/SerializeData.h"
 
 namespace {
@@ -18,30 +20,64 @@ const size_t MIN_SUBITEM_BYTES = 2 + 4;
 
 DataSubItemMgr::DataSubItemMgr() = default;
 
-DataSubItemMgr::DataSubItemMgr(const DataSubItemMgr& other) : RecordList(), m_bSort(other.m_bSort) {
-  CopyFrom(other);
+DataSubItemMgr::DataSubItemMgr(const DataSubItemMgr& other) : m_nextID(other.m_nextID), m_bSort(other.m_bSort) {
+  record_list::CopyFrom(m_vecRecords, other.m_vecRecords);
 }
 
 DataSubItemMgr& DataSubItemMgr::operator=(const DataSubItemMgr& other) {
   if (this != &other) {
-    CopyFrom(other);
+    record_list::CopyFrom(m_vecRecords, other.m_vecRecords);
+    m_nextID = other.m_nextID;
     m_bSort = other.m_bSort;
   }
   return *this;
 }
 
-DataSubItemMgr::~DataSubItemMgr() = default;
+DataSubItemMgr::~DataSubItemMgr() { record_list::DeleteAll(m_vecRecords); }
+
+DataSubItem* DataSubItemMgr::GetByID(int nID) const { return record_list::GetByID(m_vecRecords, nID); }
+size_t DataSubItemMgr::GetIndex(const DataSubItem* pSubItem) const {
+  return record_list::GetIndex(m_vecRecords, pSubItem);
+}
+
+void DataSubItemMgr::SetAllData(int nColumnID, bool value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataSubItemMgr::SetAllData(int nColumnID, int value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataSubItemMgr::SetAllData(int nColumnID, double value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+void DataSubItemMgr::SetAllData(int nColumnID, const Money& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataSubItemMgr::SetAllData(int nColumnID, const DateTime& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataSubItemMgr::SetAllData(int nColumnID, const CString& value) {
+  record_list::SetAll(m_vecRecords, nColumnID, value);
+}
+void DataSubItemMgr::SetAllData(int nColumnID, const char* value) {
+  record_list::SetAll(m_vecRecords, nColumnID, CString(value));
+}
+
+void DataSubItemMgr::Delete(size_t nIndex) { record_list::Delete(m_vecRecords, nIndex); }
+void DataSubItemMgr::Delete(DataSubItem* pSubItem) { record_list::Delete(m_vecRecords, GetIndex(pSubItem)); }
+
+void DataSubItemMgr::DeleteAll(bool bResetIDs) {
+  record_list::DeleteAll(m_vecRecords);
+  if (bResetIDs) m_nextID.ResetNextID();
+}
 
 DataSubItem* DataSubItemMgr::Create(const DataSubItem* pSource, bool bAdd, bool bAssignID) {
-  return CreateRecord(pSource, bAdd, bAssignID);
+  return record_list::CreateRecord(m_vecRecords, m_nextID, pSource, bAdd, bAssignID);
+}
+
+void DataSubItemMgr::AddDataSubItem(DataSubItem* pSubItem) {
+  record_list::InsertAt(m_vecRecords, GetCount(), pSubItem);
 }
 
 void DataSubItemMgr::SetAllParentID(int nParentID) {
-  ForEach([nParentID](DataSubItem& subItem) { subItem.SetParentID(nParentID); });
+  for (DataSubItem* pSubItem : m_vecRecords) pSubItem->SetParentID(nParentID);
 }
 
 void DataSubItemMgr::DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID) {
-  ForEach([pDelete, nColumnID](DataSubItem& subItem) { (subItem.*pDelete)(nColumnID); });
+  for (DataSubItem* pSubItem : m_vecRecords) (pSubItem->*pDelete)(nColumnID);
 }
 
 void DataSubItemMgr::DeleteData(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteData, nColumnID); }
@@ -57,12 +93,12 @@ void DataSubItemMgr::DeleteDataString(int nColumnID) { DeleteFromEach(&DataSubIt
 void DataSubItemMgr::Swap(size_t nA, size_t nB) {
   if (GetCount() < 2) return;
   if (nA >= GetCount() || nB >= GetCount()) throw std::out_of_range("invalid vector<T> subscript");
-  SwapEntries(nA, nB);
+  std::swap(m_vecRecords[nA], m_vecRecords[nB]);
 }
 
 void DataSubItemMgr::Move(size_t nFrom, size_t nTo) {
   if (GetCount() < 2 || nFrom == nTo) return;
-  MoveEntry(nFrom, nTo);
+  record_list::MoveEntry(m_vecRecords, nFrom, nTo);
 }
 
 // Layout (version 3, current):
@@ -83,10 +119,11 @@ void DataSubItemMgr::Serialize(CArchive& ar) {
   } else {
     ar >> nVersion;
   }
-  if (SerializeRecords(ar, nVersion < FIRST_NEW_COUNTER_VERSION, MIN_SUBITEM_BYTES)) {
-    ForEach([this](DataSubItem& subItem) {
-      if (subItem.GetID() == -1) subItem.SetID(TakeNextID());
-    });
+  if (record_list::SerializeRecords(ar, m_vecRecords, m_nextID, nVersion < FIRST_NEW_COUNTER_VERSION,
+                                    MIN_SUBITEM_BYTES)) {
+    for (DataSubItem* pSubItem : m_vecRecords) {
+      if (pSubItem->GetID() == -1) pSubItem->SetID(m_nextID.GetNextID());
+    }
   }
   if (nVersion >= FIRST_SORT_FLAG_VERSION) SerializeData::Serialize(ar, m_bSort);
 }

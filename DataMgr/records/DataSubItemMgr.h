@@ -2,11 +2,15 @@
 #define DATAMGR_RECORDS_DATASUBITEMMGR_H_
 
 #include <cstddef>
+#include <vector>
 
 #include "DataMgr/Export.h"
 #include "DataMgr/records/DataSubItem.h"
-#include "DataMgr/records/RecordList.h"
+#include "DataMgr/types/Money.h"
+#include "DataMgr/types/NextIDMgr.h"
 #include "framework/CArchive.h"
+#include "framework/CString.h"
+#include "utility/DateTime.h"
 
 // The sub-items of one item, in their order, with the allocator of their
 // IDs and the flag that lets the sort engine reorder them (true in a fresh
@@ -30,12 +34,40 @@
 // Copies are deep: the sort flag, the allocator and a copy of every
 // sub-item (IDs and parent IDs kept, undo histories empty); assignment
 // destroys the target's own sub-items.
-class VAXO057_API DataSubItemMgr : public RecordList<DataSubItem> {
+class VAXO057_API DataSubItemMgr {
  public:
   DataSubItemMgr();
   DataSubItemMgr(const DataSubItemMgr& other);
   DataSubItemMgr& operator=(const DataSubItemMgr& other);
   ~DataSubItemMgr();
+
+  size_t GetCount() const { return m_vecRecords.size(); }
+  bool IsEmpty() const { return m_vecRecords.empty(); }
+  // The sub-item at nIndex; null when nIndex is not less than the count.
+  DataSubItem* GetAt(size_t nIndex) const { return nIndex < GetCount() ? m_vecRecords[nIndex] : nullptr; }
+  // The first sub-item with that ID (a linear scan); null when none has it.
+  DataSubItem* GetByID(int nID) const;
+  // The index of pSubItem; the count when it is not in the list.
+  size_t GetIndex(const DataSubItem* pSubItem) const;
+
+  // SetData(nColumnID, value, true) on every sub-item of this list: each
+  // change is undoable.
+  void SetAllData(int nColumnID, bool value);
+  void SetAllData(int nColumnID, int value);
+  void SetAllData(int nColumnID, double value);
+  void SetAllData(int nColumnID, const Money& value);
+  void SetAllData(int nColumnID, const DateTime& value);
+  void SetAllData(int nColumnID, const CString& value);
+  void SetAllData(int nColumnID, const char* value);
+
+  // Destroys the sub-item at nIndex and takes it out; nothing when nIndex is
+  // out of range.
+  void Delete(size_t nIndex);
+  // Destroys pSubItem when it is in the list; null or one of another
+  // collection does nothing.
+  void Delete(DataSubItem* pSubItem);
+  // Destroys every sub-item; bResetIDs sets the allocator back to 0.
+  void DeleteAll(bool bResetIDs);
 
   // A copy of *pSource (ID and parent ID kept, undo history empty) or, for
   // null, a fresh sub-item; appended when bAdd; given the next ID when
@@ -70,12 +102,18 @@ class VAXO057_API DataSubItemMgr : public RecordList<DataSubItem> {
 
  protected:
   // Appends pSubItem, which the collection then owns; null is ignored.
-  void AddDataSubItem(DataSubItem* pSubItem) { Append(pSubItem); }
+  void AddDataSubItem(DataSubItem* pSubItem);
 
  private:
+  // The sort engine reorders the list through it (see RecordOrder.h).
+  friend class RecordOrder;
+
   // Calls (subItem.*pDelete)(nColumnID) on every sub-item.
   void DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID);
 
+  // In this order, so that the flag fills the padding at the end.
+  std::vector<DataSubItem*> m_vecRecords;
+  NextIDMgr m_nextID;
   bool m_bSort = true;
 };
 

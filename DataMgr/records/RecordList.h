@@ -7,191 +7,152 @@
 #include <utility>
 #include <vector>
 
-#include "DataMgr/types/Money.h"
 #include "DataMgr/types/NextIDMgr.h"
 #include "framework/CArchive.h"
-#include "framework/CString.h"
-#include "utility/DateTime.h"
 #include "utility/SerializeData.h"
 
-// The records of one collection (the items of a document, the sub-items of
-// one item) in row order, with the allocator of their IDs. The list owns
-// every record in it as a raw pointer and destroys it in Delete, DeleteAll
-// and its own destructor; Remove (Detach) hands a record back to the caller
-// without destroying it. A null pointer is never stored, and a record is
-// never in two lists: whoever adds a record gives it up.
-//
-// The base of DataItemMgr and DataSubItemMgr only (T is DataItem or
-// DataSubItem); it cannot be created, copied or deleted on its own, so that
-// each collection says how it is copied. Internal to the library's records.
+// The rules shared by the two record collections, DataItemMgr and
+// DataSubItemMgr, over the records they hold (T is DataItem or
+// DataSubItem): a vector of raw owning pointers in row order. The list owns
+// every record in it and destroys it in Delete and DeleteAll; Detach hands
+// a record back to the caller without destroying it. A null pointer is
+// never stored, and a record is never in two lists: whoever adds a record
+// gives it up. Internal to the library's records: not installed.
+namespace record_list {
+
 template <typename T>
-class RecordList {
- public:
-  size_t GetCount() const { return m_vecRecords.size(); }
-  bool IsEmpty() const { return m_vecRecords.empty(); }
+using Records = std::vector<T*>;
 
-  // The record at nIndex; null when nIndex is not less than the count.
-  T* GetAt(size_t nIndex) const { return nIndex < GetCount() ? m_vecRecords[nIndex] : nullptr; }
-  // The first record with that ID (a linear scan); null when none has it.
-  T* GetByID(int nID) const {
-    const auto it = std::find_if(m_vecRecords.begin(), m_vecRecords.end(),
-                                 [nID](const T* pRecord) { return pRecord->GetID() == nID; });
-    return it == m_vecRecords.end() ? nullptr : *it;
-  }
-  // The index of pRecord; the count when it is not in the list.
-  size_t GetIndex(const T* pRecord) const {
-    return static_cast<size_t>(std::find(m_vecRecords.begin(), m_vecRecords.end(), pRecord) - m_vecRecords.begin());
-  }
+// The first record with that ID (a linear scan); null when none has it.
+template <typename T>
+T* GetByID(const Records<T>& records, int nID) {
+  const auto it =
+      std::find_if(records.begin(), records.end(), [nID](const T* pRecord) { return pRecord->GetID() == nID; });
+  return it == records.end() ? nullptr : *it;
+}
 
-  // SetData(nColumnID, value, true) on every record of this list: each change
-  // is undoable and stamps an item's modification time. Sub-items of items
-  // are not reached.
-  void SetAllData(int nColumnID, bool value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, int value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, double value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, const Money& value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, const DateTime& value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, const CString& value) { SetAll(nColumnID, value); }
-  void SetAllData(int nColumnID, const char* value) { SetAll(nColumnID, CString(value)); }
+// The index of pRecord; the count when it is not in the list.
+template <typename T>
+size_t GetIndex(const Records<T>& records, const T* pRecord) {
+  return static_cast<size_t>(std::find(records.begin(), records.end(), pRecord) - records.begin());
+}
 
-  // Destroys the record at nIndex and takes it out; nothing when nIndex is
-  // out of range.
-  void Delete(size_t nIndex) {
-    if (nIndex >= GetCount()) return;
-    T* pRecord = m_vecRecords[nIndex];
-    m_vecRecords.erase(m_vecRecords.begin() + static_cast<std::ptrdiff_t>(nIndex));
-    delete pRecord;
-  }
-  // Destroys pRecord when it is in the list; null or a record of another
-  // owner does nothing.
-  void Delete(T* pRecord) {
-    const size_t nIndex = GetIndex(pRecord);
-    Delete(nIndex);
-  }
-  // Destroys every record (items with their sub-items); bResetIDs sets the
-  // allocator back to 0.
-  void DeleteAll(bool bResetIDs) {
-    std::vector<T*> records;
-    records.swap(m_vecRecords);
-    for (T* pRecord : records) delete pRecord;
-    if (bResetIDs) m_nextID.ResetNextID();
-  }
+// SetData(nColumnID, value, true) on every record: each change is
+// undoable and stamps an item's modification time.
+template <typename T, typename V>
+void SetAll(Records<T>& records, int nColumnID, const V& value) {
+  for (T* pRecord : records) pRecord->SetData(nColumnID, value, true);
+}
 
- protected:
-  RecordList() = default;
-  RecordList(const RecordList& other) = delete;
-  RecordList& operator=(const RecordList& other) = delete;
-  ~RecordList() { DeleteAll(false); }
+// Destroys the record at nIndex and takes it out; nothing when nIndex is
+// out of range.
+template <typename T>
+void Delete(Records<T>& records, size_t nIndex) {
+  if (nIndex >= records.size()) return;
+  T* pRecord = records[nIndex];
+  records.erase(records.begin() + static_cast<std::ptrdiff_t>(nIndex));
+  delete pRecord;
+}
 
-  // Appends pRecord, which the list then owns (it is destroyed if it cannot
-  // be stored); null is ignored.
-  void Append(T* pRecord) { InsertAt(GetCount(), pRecord); }
-  // Inserts pRecord before nIndex, or appends it when nIndex is not less
-  // than the count; the list then owns it. Null is ignored.
-  void InsertAt(size_t nIndex, T* pRecord) {
-    if (!pRecord) return;
-    std::unique_ptr<T> owned(pRecord);
-    m_vecRecords.insert(m_vecRecords.begin() + static_cast<std::ptrdiff_t>(std::min(nIndex, GetCount())), pRecord);
-    owned.release();
+template <typename T>
+void DeleteAll(Records<T>& records) {
+  Records<T> deleted;
+  deleted.swap(records);
+  for (T* pRecord : deleted) delete pRecord;
+}
+
+// Inserts pRecord before nIndex, or appends it when nIndex is not less than
+// the count; the list then owns it (it is destroyed if it cannot be
+// stored). Null is ignored.
+template <typename T>
+void InsertAt(Records<T>& records, size_t nIndex, T* pRecord) {
+  if (!pRecord) return;
+  std::unique_ptr<T> owned(pRecord);
+  records.insert(records.begin() + static_cast<std::ptrdiff_t>(std::min(nIndex, records.size())), pRecord);
+  owned.release();
+}
+
+// Takes pRecord out without destroying it; the caller owns it then. Null or
+// a record of another owner does nothing.
+template <typename T>
+void Detach(Records<T>& records, const T* pRecord) {
+  const auto it = std::find(records.begin(), records.end(), pRecord);
+  if (it != records.end()) records.erase(it);
+}
+
+// Puts the record at nFrom at index nTo, the records between shifting by
+// one place; false, with no change, when either index is out of range.
+template <typename T>
+bool MoveEntry(Records<T>& records, size_t nFrom, size_t nTo) {
+  if (nFrom >= records.size() || nTo >= records.size()) return false;
+  const auto at = [&records](size_t nIndex) { return records.begin() + static_cast<std::ptrdiff_t>(nIndex); };
+  if (nFrom < nTo) {
+    std::rotate(at(nFrom), at(nFrom + 1), at(nTo + 1));
+  } else {
+    std::rotate(at(nTo), at(nFrom), at(nFrom + 1));
   }
-  // Takes pRecord out without destroying it; the caller owns it then. Null
-  // or a record of another owner does nothing.
-  void Detach(const T* pRecord) {
-    const auto it = std::find(m_vecRecords.begin(), m_vecRecords.end(), pRecord);
-    if (it != m_vecRecords.end()) m_vecRecords.erase(it);
+  return true;
+}
+
+// A new record, a copy of *pSource (its copy constructor) or fresh when
+// pSource is null; appended when bAdd (the list owns it) and otherwise the
+// caller's; given the next ID when bAssignID, even when not added.
+template <typename T>
+T* CreateRecord(Records<T>& records, NextIDMgr& nextID, const T* pSource, bool bAdd, bool bAssignID) {
+  T* pRecord = pSource ? new T(*pSource) : new T();
+  if (bAdd) InsertAt(records, records.size(), pRecord);
+  if (bAssignID) pRecord->SetID(nextID.GetNextID());
+  return pRecord;
+}
+
+// Replaces records by copies of source's records (T's copy constructor).
+// Either all copies are made or records is left as it was.
+template <typename T>
+void CopyFrom(Records<T>& records, const Records<T>& source) {
+  std::vector<std::unique_ptr<T>> copies;
+  copies.reserve(source.size());
+  for (const T* pRecord : source) copies.push_back(std::make_unique<T>(*pRecord));
+  Records<T> copied;
+  copied.reserve(copies.size());
+  for (std::unique_ptr<T>& copy : copies) copied.push_back(copy.release());
+  DeleteAll(records);
+  records.swap(copied);
+}
+
+// The records' part of a collection's archive: a loop counter, then each
+// record's own form. Loading first destroys every record and resets the
+// allocator, then appends each record before loading it, so that a load
+// that stops half-way leaves the records read so far in the list; the
+// allocator rises above every valid ID loaded. Returns true when a loaded
+// record has a negative ID. nMinRecordBytes: the fewest bytes one record
+// takes, for checking the count before anything is reserved.
+template <typename T>
+bool SerializeRecords(CArchive& ar, Records<T>& records, NextIDMgr& nextID, bool bOldFormat,
+                      size_t nMinRecordBytes) {
+  if (ar.IsStoring()) {
+    SerializeData::SerializeLoopCounter(ar, records.size(), bOldFormat);
+    for (T* pRecord : records) pRecord->Serialize(ar);
+    return false;
   }
-  // Puts the record at nFrom at index nTo, the records between shifting by
-  // one place; false, with no change, when either index is out of range.
-  bool MoveEntry(size_t nFrom, size_t nTo) {
-    if (nFrom >= GetCount() || nTo >= GetCount()) return false;
-    const auto at = [this](size_t nIndex) { return m_vecRecords.begin() + static_cast<std::ptrdiff_t>(nIndex); };
-    if (nFrom < nTo) {
-      std::rotate(at(nFrom), at(nFrom + 1), at(nTo + 1));
+  DeleteAll(records);
+  nextID.ResetNextID();
+  const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, bOldFormat);
+  SerializeData::CheckLoopCounter(ar, nCount, nMinRecordBytes);
+  records.reserve(nCount);
+  bool bMissingIDs = false;
+  for (size_t i = 0; i < nCount; ++i) {
+    T* pRecord = new T();
+    InsertAt(records, records.size(), pRecord);
+    pRecord->Serialize(ar);
+    if (NextIDMgr::IsValidID(pRecord->GetID())) {
+      nextID.UpdateNextID(pRecord->GetID());
     } else {
-      std::rotate(at(nTo), at(nFrom), at(nFrom + 1));
+      bMissingIDs = true;
     }
-    return true;
   }
-  // Both indexes must be in range.
-  void SwapEntries(size_t nA, size_t nB) { std::swap(m_vecRecords[nA], m_vecRecords[nB]); }
+  return bMissingIDs;
+}
 
-  // A new record, a copy of *pSource (its copy constructor) or fresh when
-  // pSource is null; appended when bAdd (the list owns it) and otherwise
-  // the caller's; given the next ID when bAssignID, even when not added.
-  T* CreateRecord(const T* pSource, bool bAdd, bool bAssignID) {
-    T* pRecord = pSource ? new T(*pSource) : new T();
-    if (bAdd) Append(pRecord);
-    if (bAssignID) pRecord->SetID(m_nextID.GetNextID());
-    return pRecord;
-  }
-
-  int TakeNextID() { return m_nextID.GetNextID(); }
-  void ResetNextID() { m_nextID.ResetNextID(); }
-
-  template <typename Fn>
-  void ForEach(Fn fn) const {
-    for (T* pRecord : m_vecRecords) fn(*pRecord);
-  }
-
-  // Replaces this list by copies of other's records (T's copy constructor)
-  // and takes other's allocator. Either all copies are made or this list is
-  // left as it was.
-  void CopyFrom(const RecordList& other) {
-    std::vector<std::unique_ptr<T>> copies;
-    copies.reserve(other.GetCount());
-    for (const T* pRecord : other.m_vecRecords) copies.push_back(std::make_unique<T>(*pRecord));
-    std::vector<T*> records;
-    records.reserve(copies.size());
-    for (std::unique_ptr<T>& copy : copies) records.push_back(copy.release());
-    DeleteAll(false);
-    m_vecRecords.swap(records);
-    m_nextID = other.m_nextID;
-  }
-
-  // The records' part of a collection's archive: a loop counter, then each
-  // record's own form. Loading first destroys every record and resets the
-  // allocator, then appends each record before loading it, so that a load
-  // that stops half-way leaves the records read so far in the list; the
-  // allocator rises above every valid ID loaded. Returns true when a loaded
-  // record has a negative ID. nMinRecordBytes: the fewest bytes one record
-  // takes, for checking the count before anything is reserved.
-  bool SerializeRecords(CArchive& ar, bool bOldFormat, size_t nMinRecordBytes) {
-    if (ar.IsStoring()) {
-      SerializeData::SerializeLoopCounter(ar, GetCount(), bOldFormat);
-      for (T* pRecord : m_vecRecords) pRecord->Serialize(ar);
-      return false;
-    }
-    DeleteAll(true);
-    const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, bOldFormat);
-    SerializeData::CheckLoopCounter(ar, nCount, nMinRecordBytes);
-    m_vecRecords.reserve(nCount);
-    bool bMissingIDs = false;
-    for (size_t i = 0; i < nCount; ++i) {
-      T* pRecord = new T();
-      Append(pRecord);
-      pRecord->Serialize(ar);
-      if (NextIDMgr::IsValidID(pRecord->GetID())) {
-        m_nextID.UpdateNextID(pRecord->GetID());
-      } else {
-        bMissingIDs = true;
-      }
-    }
-    return bMissingIDs;
-  }
-
- private:
-  // The sort engine reorders the list through it (see RecordOrder.h).
-  friend class RecordOrder;
-
-  template <typename V>
-  void SetAll(int nColumnID, const V& value) {
-    for (T* pRecord : m_vecRecords) pRecord->SetData(nColumnID, value, true);
-  }
-
-  // In this order, so that a derived collection's small fields fill the
-  // padding at the end.
-  std::vector<T*> m_vecRecords;
-  NextIDMgr m_nextID;
-};
+}  // namespace record_list
 
 #endif  // DATAMGR_RECORDS_RECORDLIST_H_

@@ -8,26 +8,27 @@
 // records through SortData, DataMgmt::Sort, Move and Swap.
 
 #include <cstddef>
+#include <type_traits>
 #include <vector>
 
-#include "DataMgr/records/RecordList.h"
 #include "DataMgr/types/Data.h"
 
 class RecordOrder {
  public:
   // The records in list order.
-  template <typename T>
-  static std::vector<Data*> Get(const RecordList<T>& list) {
+  template <typename Collection>
+  static std::vector<Data*> Get(const Collection& list) {
     return std::vector<Data*>(list.m_vecRecords.begin(), list.m_vecRecords.end());
   }
 
   // Puts the list into the order of records.
   // REQUIRES: records holds every record of the list exactly once (as Get
   // gave them, reordered); the list must not change in between.
-  template <typename T>
-  static void Set(RecordList<T>& list, const std::vector<Data*>& records) {
+  template <typename Collection>
+  static void Set(Collection& list, const std::vector<Data*>& records) {
+    using Record = typename std::remove_pointer<typename decltype(list.m_vecRecords)::value_type>::type;
     if (records.size() != list.m_vecRecords.size()) return;
-    for (size_t i = 0; i < records.size(); ++i) list.m_vecRecords[i] = static_cast<T*>(records[i]);
+    for (size_t i = 0; i < records.size(); ++i) list.m_vecRecords[i] = static_cast<Record*>(records[i]);
   }
 };
 

@@ -38,14 +38,14 @@ void UndoStore::ClearUndoData() { m_pHistories.reset(); }
 template <typename T>
 void UndoStore::Add(int nID, const T& value) {
   if (!m_pHistories) m_pHistories = std::make_unique<Histories>();
-  std::vector<T>& history = KindMap<T>(*m_pHistories).GetOrAdd(nID);
+  std::vector<T>& history = flat_int_map::GetOrAdd(KindMap<T>(*m_pHistories), nID);
   if (std::find(history.begin(), history.end(), value) == history.end()) history.push_back(value);
 }
 
 template <typename T>
 void UndoStore::Remove(int nID, const T& value) {
   if (!m_pHistories) return;
-  std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
+  std::vector<T>* pHistory = flat_int_map::Find(KindMap<T>(*m_pHistories), nID);
   if (pHistory == nullptr) return;
   std::vector<T>& history = *pHistory;
   const auto it = std::find(history.begin(), history.end(), value);
@@ -55,7 +55,7 @@ void UndoStore::Remove(int nID, const T& value) {
 template <typename T>
 void UndoStore::Get(int nID, std::vector<T>& out) const {
   if (!m_pHistories) return;
-  const std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
+  const std::vector<T>* pHistory = flat_int_map::Find(KindMap<T>(*m_pHistories), nID);
   if (pHistory != nullptr) out = *pHistory;
 }
 
@@ -76,8 +76,9 @@ void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, val
 bool UndoStore::HaveUndoData(int nID) const {
   if (!m_pHistories) return false;
   const Histories& h = *m_pHistories;
-  return h.m_mapText.Contains(nID) || h.m_mapInt.Contains(nID) || h.m_mapBool.Contains(nID) ||
-         h.m_mapMoney.Contains(nID) || h.m_mapDouble.Contains(nID) || h.m_mapDateTime.Contains(nID);
+  using flat_int_map::Contains;
+  return Contains(h.m_mapText, nID) || Contains(h.m_mapInt, nID) || Contains(h.m_mapBool, nID) ||
+         Contains(h.m_mapMoney, nID) || Contains(h.m_mapDouble, nID) || Contains(h.m_mapDateTime, nID);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

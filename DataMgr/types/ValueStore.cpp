@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "DataMgr/schema/Address.h"
+#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/ValueKinds.h"
 #include "utility/Crypto.h"
 #include "utility/SerializeData.h"
@@ -54,7 +55,7 @@ class OrderGuard {
   explicit OrderGuard(FlatIntMap<T>& map) : m_map(map) {}
   OrderGuard(const OrderGuard&) = delete;
   OrderGuard& operator=(const OrderGuard&) = delete;
-  ~OrderGuard() { m_map.RestoreOrder(); }
+  ~OrderGuard() { flat_int_map::RestoreOrder(m_map); }
 
  private:
   FlatIntMap<T>& m_map;
@@ -67,7 +68,7 @@ template <typename T, typename SerializeValue>
 void SerializeMap(CArchive& ar, FlatIntMap<T>& map, bool bOldFormat, size_t nMinValueBytes,
                   SerializeValue serializeValue) {
   if (ar.IsStoring()) {
-    SerializeData::SerializeLoopCounter(ar, map.GetCount(), bOldFormat);
+    SerializeData::SerializeLoopCounter(ar, map.size(), bOldFormat);
     for (const auto& entry : map) {
       ar << entry.first;
       T value = entry.second;
@@ -75,17 +76,17 @@ void SerializeMap(CArchive& ar, FlatIntMap<T>& map, bool bOldFormat, size_t nMin
     }
     return;
   }
-  map.Clear();
+  map.clear();
   const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, bOldFormat);
   SerializeData::CheckLoopCounter(ar, nCount, INT_BYTES + nMinValueBytes);
-  map.Reserve(nCount);
+  map.reserve(nCount);
   OrderGuard<T> guard(map);
   for (size_t i = 0; i < nCount; ++i) {
     int nKey = 0;
     ar >> nKey;
     T value{};
     serializeValue(ar, nKey, value);
-    map.Append(nKey, std::move(value));
+    map.emplace_back(nKey, std::move(value));
   }
 }
 
@@ -126,26 +127,37 @@ void SkipBlock(CArchive& ar, size_t nMinEntryBytes, SkipEntry skipEntry) {
 
 }  // namespace
 
+bool ValueStore::HaveDataPropBool(int nID) const { return flat_int_map::Contains(m_values.m_mapBool, nID); }
+bool ValueStore::HaveDataPropInt(int nID) const { return flat_int_map::Contains(m_values.m_mapInt, nID); }
+bool ValueStore::HaveDataPropDouble(int nID) const { return flat_int_map::Contains(m_values.m_mapDouble, nID); }
+bool ValueStore::HaveDataPropMoney(int nID) const { return flat_int_map::Contains(m_values.m_mapMoney, nID); }
+bool ValueStore::HaveDataPropDateTime(int nID) const { return flat_int_map::Contains(m_values.m_mapDateTime, nID); }
+bool ValueStore::HaveDataPropString(int nID) const { return flat_int_map::Contains(m_values.m_mapText, nID); }
+
 bool ValueStore::HaveDataProp(int nID) const {
   return HaveDataPropString(nID) || HaveDataPropInt(nID) || HaveDataPropBool(nID) || HaveDataPropDateTime(nID) ||
          HaveDataPropMoney(nID) || HaveDataPropDouble(nID);
 }
 
 void ValueStore::RegisterDataProp(int nID, const CString& value, bool bFlagged) {
-  m_values.m_mapText.Insert(nID, value);
+  flat_int_map::Insert(m_values.m_mapText, nID, value);
   if (bFlagged) Flag(nID);
 }
 
-void ValueStore::RegisterDataProp(int nID, const DateTime& value) { m_values.m_mapDateTime.Insert(nID, value); }
-void ValueStore::RegisterDataProp(int nID, const Money& value) { m_values.m_mapMoney.Insert(nID, value); }
-void ValueStore::RegisterDataProp(int nID, double value) { m_values.m_mapDouble.Insert(nID, value); }
-void ValueStore::RegisterDataProp(int nID, int value) { m_values.m_mapInt.Insert(nID, value); }
-void ValueStore::RegisterDataProp(int nID, bool value) { m_values.m_mapBool.Insert(nID, value); }
+void ValueStore::RegisterDataProp(int nID, const DateTime& value) {
+  flat_int_map::Insert(m_values.m_mapDateTime, nID, value);
+}
+void ValueStore::RegisterDataProp(int nID, const Money& value) {
+  flat_int_map::Insert(m_values.m_mapMoney, nID, value);
+}
+void ValueStore::RegisterDataProp(int nID, double value) { flat_int_map::Insert(m_values.m_mapDouble, nID, value); }
+void ValueStore::RegisterDataProp(int nID, int value) { flat_int_map::Insert(m_values.m_mapInt, nID, value); }
+void ValueStore::RegisterDataProp(int nID, bool value) { flat_int_map::Insert(m_values.m_mapBool, nID, value); }
 
 template <typename T>
 bool ValueStore::Set(int nID, const T& value, bool bRecord, UndoStore& undo) {
   FlatIntMap<T>& map = KindMap<T>(m_values);
-  const T* pStored = map.Find(nID);
+  const T* pStored = flat_int_map::Find(map, nID);
   const T absent = AbsentValue<T>();
   const T& current = pStored ? *pStored : absent;
   if (current == value) return false;
@@ -154,7 +166,7 @@ bool ValueStore::Set(int nID, const T& value, bool bRecord, UndoStore& undo) {
   } else {
     undo.RemoveUndoData(nID, value);
   }
-  map.Set(nID, value);
+  flat_int_map::Set(map, nID, value);
   return true;
 }
 
@@ -175,7 +187,7 @@ bool ValueStore::SetData(int nID, bool value, bool bRecord, UndoStore& undo) { r
 
 template <typename T>
 void ValueStore::Get(int nID, T& out) const {
-  const T* pStored = KindMap<T>(m_values).Find(nID);
+  const T* pStored = flat_int_map::Find(KindMap<T>(m_values), nID);
   out = pStored ? *pStored : AbsentValue<T>();
 }
 
@@ -195,15 +207,22 @@ void ValueStore::DeleteData(int nID) {
   DeleteDataDateTime(nID);
 }
 
+void ValueStore::DeleteDataBool(int nID) { flat_int_map::Erase(m_values.m_mapBool, nID); }
+void ValueStore::DeleteDataInt(int nID) { flat_int_map::Erase(m_values.m_mapInt, nID); }
+void ValueStore::DeleteDataDouble(int nID) { flat_int_map::Erase(m_values.m_mapDouble, nID); }
+void ValueStore::DeleteDataMoney(int nID) { flat_int_map::Erase(m_values.m_mapMoney, nID); }
+void ValueStore::DeleteDataDateTime(int nID) { flat_int_map::Erase(m_values.m_mapDateTime, nID); }
+void ValueStore::DeleteDataString(int nID) { flat_int_map::Erase(m_values.m_mapText, nID); }
+
 template <typename T>
 void ValueStore::ChangeID(FlatIntMap<T>& map, int nIDA, int nIDB) {
   if (nIDA == nIDB) return;
-  const T* pA = map.Find(nIDA);
+  const T* pA = flat_int_map::Find(map, nIDA);
   if (!pA) return;
   const T valueA = *pA;
-  const T* pB = map.Find(nIDB);
-  if (pB) map.Set(nIDA, *pB);
-  map.Set(nIDB, valueA);
+  const T* pB = flat_int_map::Find(map, nIDB);
+  if (pB) flat_int_map::Set(map, nIDA, *pB);
+  flat_int_map::Set(map, nIDB, valueA);
 }
 
 void ValueStore::ChangeDataPropIDBool(int nIDA, int nIDB) { ChangeID(m_values.m_mapBool, nIDA, nIDB); }
@@ -215,11 +234,11 @@ void ValueStore::ChangeDataPropIDString(int nIDA, int nIDB) { ChangeID(m_values.
 
 template <typename T>
 bool ValueStore::Move(FlatIntMap<T>& map, int nFromID, int nToID) {
-  const T* pFrom = map.Find(nFromID);
+  const T* pFrom = flat_int_map::Find(map, nFromID);
   if (!pFrom) return false;
   const T value = *pFrom;
-  map.Erase(nFromID);
-  map.Set(nToID, value);
+  flat_int_map::Erase(map, nFromID);
+  flat_int_map::Set(map, nToID, value);
   return true;
 }
 
@@ -237,9 +256,8 @@ void ValueStore::MoveData(int nFromID, int nToID) {
 }
 
 void ValueStore::GetSupportedDataProps(std::vector<int>& ids) const {
-  ids.reserve(ids.size() + m_values.m_mapBool.GetCount() + m_values.m_mapInt.GetCount() +
-              m_values.m_mapDouble.GetCount() + m_values.m_mapMoney.GetCount() + m_values.m_mapDateTime.GetCount() +
-              m_values.m_mapText.GetCount());
+  ids.reserve(ids.size() + m_values.m_mapBool.size() + m_values.m_mapInt.size() + m_values.m_mapDouble.size() +
+              m_values.m_mapMoney.size() + m_values.m_mapDateTime.size() + m_values.m_mapText.size());
   const auto append = [&ids](const auto& map) {
     for (const auto& entry : map) ids.push_back(entry.first);
   };
@@ -325,7 +343,7 @@ void ValueStore::Serialize(CArchive& ar) {
   if (ar.IsLoading() && nVersion == ADDRESS_BLOCK_VERSION) SkipBlock(ar, ADDRESS_BYTES, SkipAddress);
   SerializeMap(ar, m_values.m_mapMoney, bOldFormat, MONEY_BYTES, SerializeItself<Money>);
   if (ar.IsLoading() && nVersion < FIRST_TRIMMED_VERSION) {
-    m_values.m_mapText.ForEachValue([](CString& text) { StringUtils::Trim(text); });
+    for (auto& entry : m_values.m_mapText) StringUtils::Trim(entry.second);
   }
   if (ar.IsLoading() && nVersion == LIST_BLOCK_VERSION) {
     SkipBlock(ar, OLD_COUNTER_BYTES, [](CArchive& a) {

@@ -1,10 +1,10 @@
 #ifndef DATAMGR_TYPES_VALUESTORE_H_
 #define DATAMGR_TYPES_VALUESTORE_H_
 
+#include <utility>
 #include <vector>
 
 #include "DataMgr/Export.h"
-#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/Money.h"
 #include "DataMgr/types/UndoStore.h"
 #include "framework/CArchive.h"
@@ -27,12 +27,12 @@ class VAXO057_API ValueStore {
  public:
   // Whether any kind holds nID.
   bool HaveDataProp(int nID) const;
-  bool HaveDataPropBool(int nID) const { return m_values.m_mapBool.Contains(nID); }
-  bool HaveDataPropInt(int nID) const { return m_values.m_mapInt.Contains(nID); }
-  bool HaveDataPropDouble(int nID) const { return m_values.m_mapDouble.Contains(nID); }
-  bool HaveDataPropMoney(int nID) const { return m_values.m_mapMoney.Contains(nID); }
-  bool HaveDataPropDateTime(int nID) const { return m_values.m_mapDateTime.Contains(nID); }
-  bool HaveDataPropString(int nID) const { return m_values.m_mapText.Contains(nID); }
+  bool HaveDataPropBool(int nID) const;
+  bool HaveDataPropInt(int nID) const;
+  bool HaveDataPropDouble(int nID) const;
+  bool HaveDataPropMoney(int nID) const;
+  bool HaveDataPropDateTime(int nID) const;
+  bool HaveDataPropString(int nID) const;
 
   // Stores value unless the kind already holds nID (then nothing changes).
   // bFlagged adds nID to the flagged set even when the text existed.
@@ -67,12 +67,12 @@ class VAXO057_API ValueStore {
 
   // Removes nID from every kind, or from one. The flagged set is kept.
   void DeleteData(int nID);
-  void DeleteDataBool(int nID) { m_values.m_mapBool.Erase(nID); }
-  void DeleteDataInt(int nID) { m_values.m_mapInt.Erase(nID); }
-  void DeleteDataDouble(int nID) { m_values.m_mapDouble.Erase(nID); }
-  void DeleteDataMoney(int nID) { m_values.m_mapMoney.Erase(nID); }
-  void DeleteDataDateTime(int nID) { m_values.m_mapDateTime.Erase(nID); }
-  void DeleteDataString(int nID) { m_values.m_mapText.Erase(nID); }
+  void DeleteDataBool(int nID);
+  void DeleteDataInt(int nID);
+  void DeleteDataDouble(int nID);
+  void DeleteDataMoney(int nID);
+  void DeleteDataDateTime(int nID);
+  void DeleteDataString(int nID);
 
   // Two columns trade IDs within one kind: nothing when the IDs are equal or
   // nIDA has no value; nIDB without a value gets a copy of nIDA's; two
@@ -106,9 +106,9 @@ class VAXO057_API ValueStore {
   template <typename T>
   void Get(int nID, T& out) const;
   template <typename T>
-  static void ChangeID(FlatIntMap<T>& map, int nIDA, int nIDB);
+  static void ChangeID(std::vector<std::pair<int, T>>& map, int nIDA, int nIDB);
   template <typename T>
-  static bool Move(FlatIntMap<T>& map, int nFromID, int nToID);
+  static bool Move(std::vector<std::pair<int, T>>& map, int nFromID, int nToID);
   bool IsFlagged(int nID) const;
   void Flag(int nID);
   void Unflag(int nID);
@@ -116,14 +116,15 @@ class VAXO057_API ValueStore {
   void SerializeTexts(CArchive& ar, bool bOldFormat);
   void SerializeMoney(CArchive& ar, bool bOldFormat);
 
-  // One map per value kind, in this order.
+  // One flat map per value kind, in this order: (column ID, value) pairs in
+  // ascending ID order, kept so by the flat map functions of the sources.
   struct Values {
-    FlatIntMap<CString> m_mapText;
-    FlatIntMap<int> m_mapInt;
-    FlatIntMap<bool> m_mapBool;
-    FlatIntMap<Money> m_mapMoney;
-    FlatIntMap<double> m_mapDouble;
-    FlatIntMap<DateTime> m_mapDateTime;
+    std::vector<std::pair<int, CString>> m_mapText;
+    std::vector<std::pair<int, int>> m_mapInt;
+    std::vector<std::pair<int, bool>> m_mapBool;
+    std::vector<std::pair<int, Money>> m_mapMoney;
+    std::vector<std::pair<int, double>> m_mapDouble;
+    std::vector<std::pair<int, DateTime>> m_mapDateTime;
   };
 
   Values m_values;

@@ -2,6 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
+// A character or a number where a text is expected does not compile into a
+// one-character text; CString(ch) has to be written out.
+static_assert(!std::is_convertible_v<char, CString> && !std::is_convertible_v<int, CString>,
+              "CString(char) must be explicit");
+
 TEST(CStringTest, ConstructionKeepsEveryByte) {
   EXPECT_EQ(CString().GetLength(), 0);
   EXPECT_TRUE(CString(static_cast<const char*>(nullptr)).IsEmpty());
