@@ -55,6 +55,17 @@ class VAXO057_API Money {
   // bThousands its last (thousands separators). No currency symbol.
   CString GetText(bool bFlag, bool bThousands) const;
 
+  // The sign and the magnitude in units of the scale, as archived: what a
+  // record packs of the value.
+  bool GetIsPositive() const { return m_bPositive; }
+  ULONGLONG GetRawAmount() const { return m_nAmount; }
+  static Money FromRaw(bool bPositive, ULONGLONG nRawAmount) {
+    Money value;
+    value.m_bPositive = bPositive;
+    value.m_nAmount = nRawAmount;
+    return value;
+  }
+
   // The number of fractional digits and the scale (10 to that number) read
   // at load time.
   static UINT GetFractionalDigits() { return s_nFractionalDigits; }

@@ -1,62 +1,99 @@
 #include "DataMgr/types/UndoStore.h"
 
-#include <algorithm>
+#include <cstring>
 
-#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/ValueKinds.h"
 
-// One history map per value kind, in the order of the value maps; flat
-// maps, because entering a new record's values as undoable edits gives every
-// column of it a history.
-struct UndoStore::Histories {
-  FlatIntMap<std::vector<CString>> m_mapText;
-  FlatIntMap<std::vector<int>> m_mapInt;
-  FlatIntMap<std::vector<bool>> m_mapBool;
-  FlatIntMap<std::vector<Money>> m_mapMoney;
-  FlatIntMap<std::vector<double>> m_mapDouble;
-  FlatIntMap<std::vector<DateTime>> m_mapDateTime;
-};
+namespace {
 
-UndoStore::UndoStore() = default;
-
-UndoStore::UndoStore(const UndoStore& other)
-    : m_pHistories(other.m_pHistories ? std::make_unique<Histories>(*other.m_pHistories) : nullptr) {}
-
-UndoStore& UndoStore::operator=(const UndoStore& other) {
-  if (this != &other) *this = UndoStore(other);
-  return *this;
+// A history is the entry (column ID, its kind with ValueBlock::HISTORY): a
+// varint count of bytes, then the earlier values packed, oldest first.
+template <typename T>
+uint8_t HistoryKind() {
+  return static_cast<uint8_t>(static_cast<uint8_t>(Packing<T>::KIND) | ValueBlock::HISTORY);
 }
 
+// The packed values of a history payload, and past them.
+struct Values {
+  const uint8_t* pBegin;
+  const uint8_t* pEnd;
+};
+
+Values ValuesOf(const uint8_t* pHistory) {
+  size_t nBytes = 0;
+  const uint8_t* pBegin = ReadVarint(pHistory, nBytes);
+  return {pBegin, pBegin + nBytes};
+}
+
+// The first packed value equal to value, or null.
+template <typename T>
+const uint8_t* FindValue(const Values& values, const T& value) {
+  const uint8_t nKind = static_cast<uint8_t>(Packing<T>::KIND);
+  for (const uint8_t* p = values.pBegin; p < values.pEnd; p += ValueBlock::PayloadSize(nKind, p)) {
+    if (Packing<T>::Equals(p, value)) return p;
+  }
+  return nullptr;
+}
+
+// Writes a history of nBytes bytes of values: those before pCut, the
+// inserted value (when given), those from pResume on.
+uint8_t* WriteHistory(uint8_t* p, size_t nBytes, const Values& old, const uint8_t* pCut, const uint8_t* pResume) {
+  p = WriteVarint(nBytes, p);
+  const auto nBefore = static_cast<size_t>(pCut - old.pBegin);
+  if (nBefore > 0) std::memcpy(p, old.pBegin, nBefore);
+  p += nBefore;
+  const auto nAfter = static_cast<size_t>(old.pEnd - pResume);
+  if (nAfter > 0) std::memcpy(p, pResume, nAfter);
+  return p + nAfter;
+}
+
+}  // namespace
+
+UndoStore::UndoStore() = default;
+UndoStore::UndoStore(const UndoStore& other) = default;
+UndoStore& UndoStore::operator=(const UndoStore& other) = default;
 UndoStore::UndoStore(UndoStore&& other) noexcept = default;
-
 UndoStore& UndoStore::operator=(UndoStore&& other) noexcept = default;
-
 UndoStore::~UndoStore() = default;
 
-void UndoStore::ClearUndoData() { m_pHistories.reset(); }
+void UndoStore::ClearUndoData() { m_block.Clear(); }
 
+// The old history is read while the block is rebuilt (see ValueBlock::Put).
 template <typename T>
 void UndoStore::Add(int nID, const T& value) {
-  if (!m_pHistories) m_pHistories = std::make_unique<Histories>();
-  std::vector<T>& history = KindMap<T>(*m_pHistories).GetOrAdd(nID);
-  if (std::find(history.begin(), history.end(), value) == history.end()) history.push_back(value);
+  const ValueBlock::Slot slot = m_block.Seek(nID, HistoryKind<T>());
+  const Values old = slot.pPayload ? ValuesOf(slot.pPayload) : Values{nullptr, nullptr};
+  if (slot.pPayload && FindValue(old, value)) return;
+  const size_t nValueBytes = Packing<T>::Size(value);
+  const size_t nBytes = static_cast<size_t>(old.pEnd - old.pBegin) + nValueBytes;
+  m_block.Put(slot, VarintSize(nBytes) + nBytes, [&](uint8_t* p) {
+    p = WriteHistory(p, nBytes, old, old.pEnd, old.pEnd);
+    Packing<T>::Write(value, p);
+  });
 }
 
 template <typename T>
 void UndoStore::Remove(int nID, const T& value) {
-  if (!m_pHistories) return;
-  std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
-  if (pHistory == nullptr) return;
-  std::vector<T>& history = *pHistory;
-  const auto it = std::find(history.begin(), history.end(), value);
-  if (it != history.end()) history.erase(it);
+  const ValueBlock::Slot slot = m_block.Seek(nID, HistoryKind<T>());
+  if (!slot.pPayload) return;
+  const Values old = ValuesOf(slot.pPayload);
+  const uint8_t* pFound = FindValue(old, value);
+  if (!pFound) return;
+  const uint8_t* pNext = pFound + ValueBlock::PayloadSize(static_cast<uint8_t>(Packing<T>::KIND), pFound);
+  const size_t nBytes = static_cast<size_t>((old.pEnd - old.pBegin) - (pNext - pFound));
+  m_block.Put(slot, VarintSize(nBytes) + nBytes, [&](uint8_t* p) { WriteHistory(p, nBytes, old, pFound, pNext); });
 }
 
 template <typename T>
 void UndoStore::Get(int nID, std::vector<T>& out) const {
-  if (!m_pHistories) return;
-  const std::vector<T>* pHistory = KindMap<T>(*m_pHistories).Find(nID);
-  if (pHistory != nullptr) out = *pHistory;
+  const uint8_t* pHistory = m_block.Find(nID, HistoryKind<T>());
+  if (!pHistory) return;
+  const Values values = ValuesOf(pHistory);
+  const uint8_t nKind = static_cast<uint8_t>(Packing<T>::KIND);
+  out.clear();
+  for (const uint8_t* p = values.pBegin; p < values.pEnd; p += ValueBlock::PayloadSize(nKind, p)) {
+    out.push_back(Packing<T>::Read(p));
+  }
 }
 
 void UndoStore::AddUndoData(int nID, const CString& value) { Add(nID, value); }
@@ -74,10 +111,7 @@ void UndoStore::RemoveUndoData(int nID, double value) { Remove(nID, value); }
 void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, value); }
 
 bool UndoStore::HaveUndoData(int nID) const {
-  if (!m_pHistories) return false;
-  const Histories& h = *m_pHistories;
-  return h.m_mapText.Contains(nID) || h.m_mapInt.Contains(nID) || h.m_mapBool.Contains(nID) ||
-         h.m_mapMoney.Contains(nID) || h.m_mapDouble.Contains(nID) || h.m_mapDateTime.Contains(nID);
+  return m_block.Contains(nID, ValueBlock::HISTORY, ValueBlock::HISTORY + VALUE_KIND_COUNT);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

@@ -4,35 +4,43 @@
 #include <vector>
 
 #include "DataMgr/Export.h"
-#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/Money.h"
 #include "DataMgr/types/UndoStore.h"
+#include "DataMgr/types/ValueBlock.h"
+#include "DataMgr/types/ValueKinds.h"
 #include "framework/CArchive.h"
 #include "framework/CString.h"
 #include "utility/DateTime.h"
 
-// The values of one record: per value kind (text, int, bool, Money, double,
-// DateTime) a map from column ID to value, in ascending column order, plus
-// the set of text columns whose texts are archived enciphered ("flagged").
-// The record does not know its columns' types: callers pick the kind from
-// the column's data type and keep each column in one kind only; the store
-// does not enforce that.
+// The values of one record: per column ID at most one value of each kind
+// (text, int, bool, Money, double, DateTime), plus the text columns whose
+// texts are archived enciphered ("flagged"). The record does not know its
+// columns' types: callers pick the kind from the column's data type and
+// keep each column in one kind only; the store does not enforce that.
 //
-// A document holds hundreds of thousands of records, so each kind is one
-// sorted vector (nothing on the heap until a value arrives) rather than a
-// tree. A column that has no value reads as its kind's absent value: false,
-// -1, 0.0, a Money with all fields zero (sign negative, magnitude 0), an
-// unset DateTime, an empty text.
+// A document holds a million records, so all values of a record live in one
+// heap block of exactly their size, numbers and text bytes inline, in column
+// order (see ValueBlock); a record without values allocates nothing. A
+// column that has no value reads as its kind's absent value: false, -1,
+// 0.0, a Money with all fields zero (sign negative, magnitude 0), an unset
+// DateTime, an empty text.
 class VAXO057_API ValueStore {
  public:
+  ValueStore();
+  ValueStore(const ValueStore& other);
+  ValueStore& operator=(const ValueStore& other);
+  ValueStore(ValueStore&& other) noexcept;
+  ValueStore& operator=(ValueStore&& other) noexcept;
+  ~ValueStore();
+
   // Whether any kind holds nID.
   bool HaveDataProp(int nID) const;
-  bool HaveDataPropBool(int nID) const { return m_values.m_mapBool.Contains(nID); }
-  bool HaveDataPropInt(int nID) const { return m_values.m_mapInt.Contains(nID); }
-  bool HaveDataPropDouble(int nID) const { return m_values.m_mapDouble.Contains(nID); }
-  bool HaveDataPropMoney(int nID) const { return m_values.m_mapMoney.Contains(nID); }
-  bool HaveDataPropDateTime(int nID) const { return m_values.m_mapDateTime.Contains(nID); }
-  bool HaveDataPropString(int nID) const { return m_values.m_mapText.Contains(nID); }
+  bool HaveDataPropBool(int nID) const;
+  bool HaveDataPropInt(int nID) const;
+  bool HaveDataPropDouble(int nID) const;
+  bool HaveDataPropMoney(int nID) const;
+  bool HaveDataPropDateTime(int nID) const;
+  bool HaveDataPropString(int nID) const;
 
   // Stores value unless the kind already holds nID (then nothing changes).
   // bFlagged adds nID to the flagged set even when the text existed.
@@ -67,12 +75,12 @@ class VAXO057_API ValueStore {
 
   // Removes nID from every kind, or from one. The flagged set is kept.
   void DeleteData(int nID);
-  void DeleteDataBool(int nID) { m_values.m_mapBool.Erase(nID); }
-  void DeleteDataInt(int nID) { m_values.m_mapInt.Erase(nID); }
-  void DeleteDataDouble(int nID) { m_values.m_mapDouble.Erase(nID); }
-  void DeleteDataMoney(int nID) { m_values.m_mapMoney.Erase(nID); }
-  void DeleteDataDateTime(int nID) { m_values.m_mapDateTime.Erase(nID); }
-  void DeleteDataString(int nID) { m_values.m_mapText.Erase(nID); }
+  void DeleteDataBool(int nID);
+  void DeleteDataInt(int nID);
+  void DeleteDataDouble(int nID);
+  void DeleteDataMoney(int nID);
+  void DeleteDataDateTime(int nID);
+  void DeleteDataString(int nID);
 
   // Two columns trade IDs within one kind: nothing when the IDs are equal or
   // nIDA has no value; nIDB without a value gets a copy of nIDA's; two
@@ -101,33 +109,25 @@ class VAXO057_API ValueStore {
   void Serialize(CArchive& ar);
 
  private:
+  bool Has(int nID, ValueKind nKind) const;
+  void Delete(int nID, ValueKind nKind);
   template <typename T>
   bool Set(int nID, const T& value, bool bRecord, UndoStore& undo);
   template <typename T>
+  void Put(const ValueBlock::Slot& slot, const T& value);
+  template <typename T>
+  void Put(int nID, const T& value);
+  template <typename T>
+  void Register(int nID, const T& value);
+  template <typename T>
   void Get(int nID, T& out) const;
   template <typename T>
-  static void ChangeID(FlatIntMap<T>& map, int nIDA, int nIDB);
-  template <typename T>
-  static bool Move(FlatIntMap<T>& map, int nFromID, int nToID);
+  void ChangeID(int nIDA, int nIDB);
+  bool Move(ValueKind nKind, int nFromID, int nToID);
   bool IsFlagged(int nID) const;
   void Flag(int nID);
-  void Unflag(int nID);
-  void SerializeFlagged(CArchive& ar, bool bOldFormat);
-  void SerializeTexts(CArchive& ar, bool bOldFormat);
-  void SerializeMoney(CArchive& ar, bool bOldFormat);
 
-  // One map per value kind, in this order.
-  struct Values {
-    FlatIntMap<CString> m_mapText;
-    FlatIntMap<int> m_mapInt;
-    FlatIntMap<bool> m_mapBool;
-    FlatIntMap<Money> m_mapMoney;
-    FlatIntMap<double> m_mapDouble;
-    FlatIntMap<DateTime> m_mapDateTime;
-  };
-
-  Values m_values;
-  std::vector<int> m_vecFlagged;  // ascending, no repeats
+  ValueBlock m_block;
 };
 
 #endif  // DATAMGR_TYPES_VALUESTORE_H_
