@@ -167,7 +167,7 @@ class RecordList {
     m_vecRecords.reserve(nCount);
     bool bMissingIDs = false;
     for (size_t i = 0; i < nCount; ++i) {
-      T* pRecord = new T();
+      T* pRecord = new T(typename T::ForLoading());
       Append(pRecord);
       pRecord->Serialize(ar);
       if (NextIDMgr::IsValidID(pRecord->GetID())) {
