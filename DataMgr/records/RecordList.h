@@ -27,20 +27,22 @@
 template <typename T>
 class RecordList {
  public:
-  size_t GetCount() const { return m_vecRecords.size(); }
-  bool IsEmpty() const { return m_vecRecords.empty(); }
+  size_t GetCount() const { return Records().size(); }
+  bool IsEmpty() const { return Records().empty(); }
 
   // The record at nIndex; null when nIndex is not less than the count.
-  T* GetAt(size_t nIndex) const { return nIndex < GetCount() ? m_vecRecords[nIndex] : nullptr; }
+  T* GetAt(size_t nIndex) const { return nIndex < GetCount() ? Records()[nIndex] : nullptr; }
   // The first record with that ID (a linear scan); null when none has it.
   T* GetByID(int nID) const {
-    const auto it = std::find_if(m_vecRecords.begin(), m_vecRecords.end(),
+    const std::vector<T*>& records = Records();
+    const auto it = std::find_if(records.begin(), records.end(),
                                  [nID](const T* pRecord) { return pRecord->GetID() == nID; });
-    return it == m_vecRecords.end() ? nullptr : *it;
+    return it == records.end() ? nullptr : *it;
   }
   // The index of pRecord; the count when it is not in the list.
   size_t GetIndex(const T* pRecord) const {
-    return static_cast<size_t>(std::find(m_vecRecords.begin(), m_vecRecords.end(), pRecord) - m_vecRecords.begin());
+    const std::vector<T*>& records = Records();
+    return static_cast<size_t>(std::find(records.begin(), records.end(), pRecord) - records.begin());
   }
 
   // SetData(nColumnID, value, true) on every record of this list: each change
@@ -58,8 +60,8 @@ class RecordList {
   // out of range.
   void Delete(size_t nIndex) {
     if (nIndex >= GetCount()) return;
-    T* pRecord = m_vecRecords[nIndex];
-    m_vecRecords.erase(m_vecRecords.begin() + static_cast<std::ptrdiff_t>(nIndex));
+    T* pRecord = (*m_pRecords)[nIndex];
+    m_pRecords->erase(m_pRecords->begin() + static_cast<std::ptrdiff_t>(nIndex));
     delete pRecord;
   }
   // Destroys pRecord when it is in the list; null or a record of another
@@ -71,9 +73,10 @@ class RecordList {
   // Destroys every record (items with their sub-items); bResetIDs sets the
   // allocator back to 0.
   void DeleteAll(bool bResetIDs) {
-    std::vector<T*> records;
-    records.swap(m_vecRecords);
-    for (T* pRecord : records) delete pRecord;
+    const std::unique_ptr<std::vector<T*>> pRecords = std::move(m_pRecords);
+    if (pRecords) {
+      for (T* pRecord : *pRecords) delete pRecord;
+    }
     if (bResetIDs) m_nextID.ResetNextID();
   }
 
@@ -91,20 +94,22 @@ class RecordList {
   void InsertAt(size_t nIndex, T* pRecord) {
     if (!pRecord) return;
     std::unique_ptr<T> owned(pRecord);
-    m_vecRecords.insert(m_vecRecords.begin() + static_cast<std::ptrdiff_t>(std::min(nIndex, GetCount())), pRecord);
+    const size_t nAt = std::min(nIndex, GetCount());
+    std::vector<T*>& records = EditRecords();
+    records.insert(records.begin() + static_cast<std::ptrdiff_t>(nAt), pRecord);
     owned.release();
   }
   // Takes pRecord out without destroying it; the caller owns it then. Null
   // or a record of another owner does nothing.
   void Detach(const T* pRecord) {
-    const auto it = std::find(m_vecRecords.begin(), m_vecRecords.end(), pRecord);
-    if (it != m_vecRecords.end()) m_vecRecords.erase(it);
+    const size_t nIndex = GetIndex(pRecord);
+    if (nIndex < GetCount()) m_pRecords->erase(m_pRecords->begin() + static_cast<std::ptrdiff_t>(nIndex));
   }
   // Puts the record at nFrom at index nTo, the records between shifting by
   // one place; false, with no change, when either index is out of range.
   bool MoveEntry(size_t nFrom, size_t nTo) {
     if (nFrom >= GetCount() || nTo >= GetCount()) return false;
-    const auto at = [this](size_t nIndex) { return m_vecRecords.begin() + static_cast<std::ptrdiff_t>(nIndex); };
+    const auto at = [this](size_t nIndex) { return m_pRecords->begin() + static_cast<std::ptrdiff_t>(nIndex); };
     if (nFrom < nTo) {
       std::rotate(at(nFrom), at(nFrom + 1), at(nTo + 1));
     } else {
@@ -113,7 +118,7 @@ class RecordList {
     return true;
   }
   // Both indexes must be in range.
-  void SwapEntries(size_t nA, size_t nB) { std::swap(m_vecRecords[nA], m_vecRecords[nB]); }
+  void SwapEntries(size_t nA, size_t nB) { std::swap((*m_pRecords)[nA], (*m_pRecords)[nB]); }
 
   // A new record, a copy of *pSource (its copy constructor) or fresh when
   // pSource is null; appended when bAdd (the list owns it) and otherwise
@@ -130,7 +135,7 @@ class RecordList {
 
   template <typename Fn>
   void ForEach(Fn fn) const {
-    for (T* pRecord : m_vecRecords) fn(*pRecord);
+    for (T* pRecord : Records()) fn(*pRecord);
   }
 
   // Replaces this list by copies of other's records (T's copy constructor)
@@ -139,12 +144,12 @@ class RecordList {
   void CopyFrom(const RecordList& other) {
     std::vector<std::unique_ptr<T>> copies;
     copies.reserve(other.GetCount());
-    for (const T* pRecord : other.m_vecRecords) copies.push_back(std::make_unique<T>(*pRecord));
-    std::vector<T*> records;
-    records.reserve(copies.size());
-    for (std::unique_ptr<T>& copy : copies) records.push_back(copy.release());
+    for (const T* pRecord : other.Records()) copies.push_back(std::make_unique<T>(*pRecord));
+    auto pRecords = copies.empty() ? nullptr : std::make_unique<std::vector<T*>>();
+    if (pRecords) pRecords->reserve(copies.size());
+    for (std::unique_ptr<T>& copy : copies) pRecords->push_back(copy.release());
     DeleteAll(false);
-    m_vecRecords.swap(records);
+    m_pRecords = std::move(pRecords);
     m_nextID = other.m_nextID;
   }
 
@@ -158,13 +163,13 @@ class RecordList {
   bool SerializeRecords(CArchive& ar, bool bOldFormat, size_t nMinRecordBytes) {
     if (ar.IsStoring()) {
       SerializeData::SerializeLoopCounter(ar, GetCount(), bOldFormat);
-      for (T* pRecord : m_vecRecords) pRecord->Serialize(ar);
+      for (T* pRecord : Records()) pRecord->Serialize(ar);
       return false;
     }
     DeleteAll(true);
     const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, bOldFormat);
     SerializeData::CheckLoopCounter(ar, nCount, nMinRecordBytes);
-    m_vecRecords.reserve(nCount);
+    if (nCount > 0) EditRecords().reserve(nCount);
     bool bMissingIDs = false;
     for (size_t i = 0; i < nCount; ++i) {
       T* pRecord = new T(typename T::ForLoading());
@@ -182,12 +187,22 @@ class RecordList {
  private:
   template <typename V>
   void SetAll(int nColumnID, const V& value) {
-    for (T* pRecord : m_vecRecords) pRecord->SetData(nColumnID, value, true);
+    for (T* pRecord : Records()) pRecord->SetData(nColumnID, value, true);
   }
 
-  // In this order, so that a derived collection's small fields fill the
-  // padding at the end.
-  std::vector<T*> m_vecRecords;
+  const std::vector<T*>& Records() const {
+    static const std::vector<T*> s_empty;
+    return m_pRecords ? *m_pRecords : s_empty;
+  }
+  std::vector<T*>& EditRecords() {
+    if (!m_pRecords) m_pRecords = std::make_unique<std::vector<T*>>();
+    return *m_pRecords;
+  }
+
+  // Null while there are no records, so that an item without sub-items
+  // pays one pointer for its collection. In this order, so that a derived
+  // collection's small fields fill the padding at the end.
+  std::unique_ptr<std::vector<T*>> m_pRecords;
   NextIDMgr m_nextID;
 };
 
