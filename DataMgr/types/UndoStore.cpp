@@ -111,7 +111,7 @@ void UndoStore::RemoveUndoData(int nID, double value) { Remove(nID, value); }
 void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, value); }
 
 bool UndoStore::HaveUndoData(int nID) const {
-  return m_block.Contains(nID, ValueBlock::HISTORY, ValueBlock::HISTORY + VALUE_KIND_COUNT);
+  return m_block.Contains(nID, (1u << ValueBlock::KINDS) - 1);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

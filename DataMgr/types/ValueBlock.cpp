@@ -1,41 +1,46 @@
 #include "DataMgr/types/ValueBlock.h"
 
 #include <algorithm>
-#include <cstring>
-#include <limits>
+#include <cstdint>
 #include <new>
-
-#include "DataMgr/types/ValueKinds.h"
 
 namespace {
 
-const int MAX_DISTANCE = 14;
 const size_t INSERTION_SORT_LIMIT = 64;
-const size_t ID_BYTES = sizeof(int);
 
-bool IsNear(int nID, int nPrevID) {
-  const long long nDistance = static_cast<long long>(nID) - nPrevID;
-  return nDistance >= 0 && nDistance <= MAX_DISTANCE;
+// Copies the bytes from pFrom to pTo; returns the byte after the copy.
+uint8_t* Copy(uint8_t* p, const uint8_t* pFrom, const uint8_t* pTo) {
+  const auto nBytes = static_cast<size_t>(pTo - pFrom);
+  if (nBytes > 0) std::memcpy(p, pFrom, nBytes);
+  return p + nBytes;
 }
 
-size_t HeaderSize(int nID, int nPrevID) { return IsNear(nID, nPrevID) ? 1 : 1 + ID_BYTES; }
+// The width code (0, 1, 2 for 1, 2, 4 bytes) that holds nMaxOffset.
+uint8_t WidthCode(uint32_t nMaxOffset) {
+  if (nMaxOffset <= 0xFF) return 0;
+  return nMaxOffset <= 0xFFFF ? 1 : 2;
+}
+
+uint8_t* WriteOffset(uint8_t* p, uint32_t nOffset, size_t nWidth) {
+  if (nWidth == 1) {
+    *p = static_cast<uint8_t>(nOffset);
+  } else if (nWidth == 2) {
+    const auto nShort = static_cast<uint16_t>(nOffset);
+    std::memcpy(p, &nShort, sizeof nShort);
+  } else {
+    std::memcpy(p, &nOffset, sizeof nOffset);
+  }
+  return p + nWidth;
+}
+
+uint32_t OffsetOf(int nID, int nBaseID) { return static_cast<uint32_t>(nID) - static_cast<uint32_t>(nBaseID); }
 
 }  // namespace
 
-uint8_t* ValueBlock::WriteHeader(uint8_t* p, int nID, int nPrevID, uint8_t nKind) {
-  if (IsNear(nID, nPrevID)) {
-    *p++ = static_cast<uint8_t>(((nID - nPrevID) << DISTANCE_SHIFT) | nKind);
-    return p;
-  }
-  *p++ = static_cast<uint8_t>((FULL_ID << DISTANCE_SHIFT) | nKind);
-  std::memcpy(p, &nID, ID_BYTES);
-  return p + ID_BYTES;
-}
-
 ValueBlock::ValueBlock(const ValueBlock& other) {
   if (other.m_pData == nullptr) return;
-  const size_t nBytes = sizeof(uint32_t) + other.GetBytes();
-  m_pData = static_cast<uint8_t*>(::operator new(nBytes));
+  const size_t nBytes = other.GetBytes();
+  m_pData = Allocate(nBytes);
   std::memcpy(m_pData, other.m_pData, nBytes);
 }
 
@@ -56,157 +61,242 @@ void ValueBlock::Clear() {
   m_pData = nullptr;
 }
 
-ValueBlock::Slot ValueBlock::Seek(int nID, uint8_t nKind) const {
-  const size_t nBytes = GetBytes();
-  Slot slot{nID, nKind, nullptr, 0, nBytes, nBytes, 0};
-  Cursor cursor(*this);
-  Entry entry;
-  size_t nAt = 0;
-  int nPrevID = 0;
-  while (cursor.Next(entry)) {
-    if (entry.nID > nID || (entry.nID == nID && entry.nKind >= nKind)) {
-      slot.nAt = nAt;
-      slot.nEnd = nAt;
-      slot.nPrevID = nPrevID;
-      if (entry.nID == nID && entry.nKind == nKind) {
-        slot.nEnd = cursor.GetOffset();
-        slot.pPayload = entry.pPayload;
-        slot.nPayloadBytes = entry.nPayloadBytes;
-      }
-      return slot;
-    }
-    nAt = cursor.GetOffset();
-    nPrevID = cursor.GetPrevID();
-  }
-  slot.nPrevID = nPrevID;
-  return slot;
+const uint8_t* ValueBlock::End(const Layout& layout) {
+  const size_t nCounted = layout.bHistories ? Start(layout, KINDS) : CountOf(layout, TEXT_KIND);
+  const uint8_t* p = CountedArea(layout);
+  for (size_t i = 0; i < nCounted; ++i) p += CountedSize(p);
+  return p;
 }
 
-const uint8_t* ValueBlock::Find(int nID, uint8_t nKind) const {
-  Cursor cursor(*this);
-  Entry entry;
-  while (cursor.Next(entry)) {
-    if (entry.nID > nID || (entry.nID == nID && entry.nKind > nKind)) return nullptr;
-    if (entry.nID == nID && entry.nKind == nKind) return entry.pPayload;
-  }
-  return nullptr;
-}
+size_t ValueBlock::GetBytes() const { return m_pData ? static_cast<size_t>(End(Parse()) - m_pData) : 0; }
 
-bool ValueBlock::Contains(int nID, uint8_t nFirstKind, uint8_t nEndKind) const {
-  Cursor cursor(*this);
-  Entry entry;
-  while (cursor.Next(entry)) {
-    if (entry.nID > nID) return false;
-    if (entry.nID == nID && entry.nKind >= nFirstKind && entry.nKind < nEndKind) return true;
+// One pass over all IDs; a hit counts when its kind is wanted.
+bool ValueBlock::Contains(int nID, unsigned nKinds) const {
+  if (m_pData == nullptr) return false;
+  const Layout layout = Parse();
+  const long long nWanted = static_cast<long long>(nID) - layout.nBaseID;
+  if (nWanted < 0 || nWanted > UINT32_MAX) return false;
+  const size_t nEntries = Start(layout, KINDS);
+  int nKind = 0;
+  for (size_t i = 0; i < nEntries; ++i) {
+    if (OffsetAt(layout, i) != nWanted) continue;
+    while (Start(layout, nKind + 1) <= i) ++nKind;
+    if ((nKinds >> nKind & 1) != 0) return true;
   }
   return false;
 }
 
-uint8_t* ValueBlock::Allocate(size_t nBytes) {
-  if (nBytes > std::numeric_limits<uint32_t>::max()) throw std::bad_alloc();
-  auto* pData = static_cast<uint8_t*>(::operator new(sizeof(uint32_t) + nBytes));
-  const auto nCount = static_cast<uint32_t>(nBytes);
-  std::memcpy(pData, &nCount, sizeof nCount);
-  return pData;
+ValueBlock::Slot ValueBlock::Seek(int nID, uint8_t nKind) const {
+  Slot slot{nID, nKind, nullptr, 0, 0, nullptr};
+  if (m_pData == nullptr) return slot;
+  const Layout layout = Parse();
+  const Group group = GroupOf(layout, nKind);
+  const Hit hit = Search(layout, group, nID);
+  slot.nIndex = hit.nIndex;
+  slot.pPlace = PayloadOf(layout, group, hit.nIndex);
+  if (hit.bFound) {
+    slot.pPayload = slot.pPlace;
+    slot.nPayloadBytes = PayloadSize(nKind, slot.pPlace);
+  }
+  return slot;
 }
+
+// Allocators hand out blocks in steps of 16 bytes, less their own 8; a
+// block asks for the whole step, which costs no more memory and lets an
+// entry added later fit without a new block.
+size_t ValueBlock::Capacity(size_t nBytes) { return std::max<size_t>(24, ((nBytes + 8 + 15) & ~size_t{15}) - 8); }
+
+uint8_t* ValueBlock::Allocate(size_t nBytes) { return static_cast<uint8_t*>(::operator new(Capacity(nBytes))); }
 
 void ValueBlock::Release(uint8_t* pData) { ::operator delete(pData); }
 
-uint8_t* ValueBlock::Splice(size_t nFrom, size_t nTo, int nPrevID, bool bInsert, int nID, uint8_t nKind,
-                            size_t nPayloadBytes, uint8_t*& pOld) {
-  const size_t nBytes = GetBytes();
-  const uint8_t* const pBegin = m_pData ? Begin() : nullptr;
-  // The entry after the spliced range takes its distance from the new
-  // entry, or from the entry before the range.
-  const int nNewPrevID = bInsert ? nID : nPrevID;
-  Entry next{0, 0, nullptr, 0};
-  size_t nNextHeader = 0;
-  if (nTo < nBytes) {
-    const int nOldPrevID = nFrom == nTo ? nPrevID : nID;
-    Decode(pBegin + nTo, nOldPrevID, next);
-    nNextHeader = static_cast<size_t>(next.pPayload - (pBegin + nTo));
+std::vector<ValueBlock::Entry>& ValueBlock::Buffer(int nWhich) {
+  thread_local std::vector<Entry> buffers[2];
+  buffers[nWhich].clear();
+  return buffers[nWhich];
+}
+
+std::vector<ValueBlock::Entry>& ValueBlock::DecodeInto(std::vector<Entry>& entries) const {
+  ForEach([&entries](const Entry& entry) { entries.push_back(entry); });
+  return entries;
+}
+
+uint8_t* ValueBlock::Encode(const std::vector<Entry>& entries, size_t nBlank, uint8_t*& pBlank) {
+  pBlank = nullptr;
+  if (entries.empty()) return nullptr;
+  int nBaseID = entries.front().nID;
+  int nMaxID = nBaseID;
+  size_t counts[KINDS] = {};
+  size_t nFixedBytes = 0;
+  size_t nCountedBytes = 0;
+  for (const Entry& entry : entries) {
+    nBaseID = std::min(nBaseID, entry.nID);
+    nMaxID = std::max(nMaxID, entry.nID);
+    ++counts[entry.nKind & KIND_MASK];
+    (IsCounted(entry.nKind) ? nCountedBytes : nFixedBytes) += entry.nPayloadBytes;
   }
-  const size_t nNewNextHeader = nTo < nBytes ? HeaderSize(next.nID, nNewPrevID) : 0;
-  const size_t nInserted = bInsert ? HeaderSize(nID, nPrevID) + nPayloadBytes : 0;
-  const size_t nNewBytes = nBytes - (nTo - nFrom) + nInserted - nNextHeader + nNewNextHeader;
-  pOld = m_pData;
-  if (nNewBytes == 0) {
-    m_pData = nullptr;
-    return nullptr;
+  const uint8_t nWidthCode = WidthCode(OffsetOf(nMaxID, nBaseID));
+  const size_t nWidth = size_t{1} << nWidthCode;
+  const bool bWideStarts = entries.size() > NARROW_LIMIT;
+  uint8_t* const pData = Allocate(HeaderBytes(bWideStarts) + entries.size() * nWidth + nFixedBytes + nCountedBytes);
+  pData[0] = static_cast<uint8_t>(nWidthCode | ((entries.front().nKind & HISTORY) ? HISTORIES_FLAG : 0) |
+                                  (bWideStarts ? WIDE_STARTS_FLAG : 0));
+  std::memcpy(pData + 1, &nBaseID, sizeof nBaseID);
+  uint8_t* pID = WriteStarts(pData + HEADER_FIXED_BYTES, counts, bWideStarts);
+  uint8_t* pFixed = pID + entries.size() * nWidth;
+  uint8_t* pCounted = pFixed + nFixedBytes;
+  for (size_t i = 0; i < entries.size(); ++i) {
+    const Entry& entry = entries[i];
+    pID = WriteOffset(pID, OffsetOf(entry.nID, nBaseID), nWidth);
+    uint8_t*& pPayload = IsCounted(entry.nKind) ? pCounted : pFixed;
+    if (i == nBlank) {
+      pBlank = pPayload;
+    } else if (entry.nPayloadBytes > 0) {
+      std::memcpy(pPayload, entry.pPayload, entry.nPayloadBytes);
+    }
+    pPayload += entry.nPayloadBytes;
   }
-  uint8_t* const pData = Allocate(nNewBytes);
-  uint8_t* p = pData + sizeof(uint32_t);
-  if (nFrom > 0) std::memcpy(p, pBegin, nFrom);
-  p += nFrom;
-  uint8_t* pPayload = nullptr;
-  if (bInsert) {
-    pPayload = WriteHeader(p, nID, nPrevID, nKind);
-    p = pPayload + nPayloadBytes;
-  }
-  if (nTo < nBytes) {
-    p = WriteHeader(p, next.nID, nNewPrevID, next.nKind);
-    const uint8_t* pRest = pBegin + nTo + nNextHeader;
-    std::memcpy(p, pRest, static_cast<size_t>(pBegin + nBytes - pRest));
-  }
+  return pData;
+}
+
+// Copies the old block in pieces around the entry: the header with the new
+// count, the IDs with the new one, the payloads with room for the new one.
+uint8_t* ValueBlock::Splice(const Layout& layout, const Slot& slot, size_t nBytes, const uint8_t* pEnd) {
+  const bool bInsert = slot.pPayload == nullptr;
+  size_t counts[KINDS];
+  for (int k = 0; k < KINDS; ++k) counts[k] = CountOf(layout, k);
+  if (bInsert) ++counts[slot.nKind & KIND_MASK];
+  const size_t nOldPayload = slot.nPayloadBytes;
+  const size_t nBlockBytes = HeaderBytes(layout.bWideStarts) + static_cast<size_t>(pEnd - layout.pIDs) +
+                             (bInsert ? layout.nWidth : 0) + nBytes - nOldPayload;
+  uint8_t* const pData = Allocate(nBlockBytes);
+  std::memcpy(pData, m_pData, HEADER_FIXED_BYTES);
+  uint8_t* p = WriteStarts(pData + HEADER_FIXED_BYTES, counts, layout.bWideStarts);
+  const uint8_t* const pIDAt = layout.pIDs + (GroupOf(layout, slot.nKind).nFirst + slot.nIndex) * layout.nWidth;
+  p = Copy(p, layout.pIDs, pIDAt);
+  if (bInsert) p = WriteOffset(p, OffsetOf(slot.nID, layout.nBaseID), layout.nWidth);
+  p = Copy(p, pIDAt, layout.pFixed);
+  p = Copy(p, layout.pFixed, slot.pPlace);
+  uint8_t* const pPayload = p;
+  Copy(p + nBytes, slot.pPlace + nOldPayload, pEnd);
   m_pData = pData;
   return pPayload;
 }
 
-uint8_t* ValueBlock::Reserve(const Slot& slot, size_t nBytes, uint8_t*& pOld) {
-  if (slot.pPayload != nullptr && slot.nPayloadBytes == nBytes) {
-    pOld = nullptr;
-    return const_cast<uint8_t*>(slot.pPayload);
-  }
-  return Splice(slot.nAt, slot.nEnd, slot.nPrevID, true, slot.nID, slot.nKind, nBytes, pOld);
+size_t ValueBlock::HeaderBytes(bool bWideStarts) {
+  return HEADER_FIXED_BYTES + KINDS * (bWideStarts ? sizeof(uint32_t) : 1);
 }
 
-bool ValueBlock::Erase(int nID, uint8_t nFirstKind, uint8_t nEndKind) {
-  const Slot first = Seek(nID, nFirstKind);
-  const Slot end = Seek(nID, nEndKind);
-  if (first.nAt == end.nAt) return false;
-  uint8_t* pOld = nullptr;
-  Splice(first.nAt, end.nAt, first.nPrevID, false, nID, 0, 0, pOld);
+uint8_t* ValueBlock::WriteStarts(uint8_t* p, const size_t* counts, bool bWideStarts) {
+  size_t nStart = 0;
+  for (int k = 0; k < KINDS; ++k) {
+    nStart += counts[k];
+    if (bWideStarts) {
+      const auto nWide = static_cast<uint32_t>(nStart);
+      std::memcpy(p, &nWide, sizeof nWide);
+      p += sizeof nWide;
+    } else {
+      *p++ = static_cast<uint8_t>(nStart);
+    }
+  }
+  return p;
+}
+
+// Moves the payloads after the place and the IDs after the new one up,
+// last first, and raises the group starts after its kind.
+uint8_t* ValueBlock::InsertInPlace(const Layout& layout, const Slot& slot, size_t nBytes, size_t nOldBytes) {
+  uint8_t* const pData = m_pData;
+  uint8_t* const pPlace = pData + (slot.pPlace - pData);
+  uint8_t* const pIDAt = pData + (layout.pIDs - pData) + (GroupOf(layout, slot.nKind).nFirst + slot.nIndex) * layout.nWidth;
+  std::memmove(pPlace + layout.nWidth + nBytes, pPlace, nOldBytes - static_cast<size_t>(pPlace - pData));
+  std::memmove(pIDAt + layout.nWidth, pIDAt, static_cast<size_t>(pPlace - pIDAt));
+  WriteOffset(pIDAt, OffsetOf(slot.nID, layout.nBaseID), layout.nWidth);
+  size_t counts[KINDS];
+  for (int k = 0; k < KINDS; ++k) counts[k] = CountOf(layout, k);
+  ++counts[slot.nKind & KIND_MASK];
+  WriteStarts(pData + HEADER_FIXED_BYTES, counts, layout.bWideStarts);
+  return pPlace + layout.nWidth;
+}
+
+uint8_t* ValueBlock::Replace(const Slot& slot, size_t nBytes) {
+  if (m_pData != nullptr) {
+    const Layout layout = Parse();
+    const long long nOffset = static_cast<long long>(slot.nID) - layout.nBaseID;
+    const bool bSameMode = layout.bHistories == ((slot.nKind & HISTORY) != 0);
+    const bool bFits = nOffset >= 0 && (layout.nWidth == 4 || nOffset < (1LL << (8 * layout.nWidth)));
+    const bool bStartsHold = layout.bWideStarts || slot.pPayload != nullptr || Start(layout, KINDS) < NARROW_LIMIT;
+    if (bSameMode && bFits && bStartsHold) {
+      const uint8_t* const pEnd = End(layout);
+      const auto nOldBytes = static_cast<size_t>(pEnd - m_pData);
+      if (slot.pPayload == nullptr && nOldBytes + layout.nWidth + nBytes <= Capacity(nOldBytes)) {
+        return InsertInPlace(layout, slot, nBytes, nOldBytes);
+      }
+      return Splice(layout, slot, nBytes, pEnd);
+    }
+  }
+  std::vector<Entry>& entries = DecodeInto(Buffer(0));
+  size_t nAt = 0;
+  while (nAt < entries.size() && ((entries[nAt].nKind & KIND_MASK) < (slot.nKind & KIND_MASK) ||
+                                  ((entries[nAt].nKind & KIND_MASK) == (slot.nKind & KIND_MASK) &&
+                                   entries[nAt].nID < slot.nID))) {
+    ++nAt;
+  }
+  const Entry entry{slot.nID, slot.nKind, nullptr, nBytes};
+  if (slot.pPayload != nullptr) {
+    entries[nAt] = entry;
+  } else {
+    entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(nAt), entry);
+  }
+  uint8_t* pPayload = nullptr;
+  m_pData = Encode(entries, nAt, pPayload);
+  return pPayload;
+}
+
+bool ValueBlock::Erase(int nID, unsigned nKinds) {
+  if (!Contains(nID, nKinds)) return false;
+  std::vector<Entry>& entries = DecodeInto(Buffer(0));
+  entries.erase(std::remove_if(entries.begin(), entries.end(),
+                               [nID, nKinds](const Entry& entry) {
+                                 return entry.nID == nID && (nKinds >> (entry.nKind & KIND_MASK) & 1) != 0;
+                               }),
+                entries.end());
+  uint8_t* pUnused = nullptr;
+  uint8_t* const pOld = m_pData;
+  m_pData = Encode(entries, entries.size(), pUnused);
   Release(pOld);
   return true;
 }
 
-// A loaded record holds a few entries, mostly in order already: they are
-// sorted by insertion, which keeps equal entries in the order given.
 void ValueBlock::Assign(std::vector<Pending>& pending, const uint8_t* pBuffer) {
   const auto before = [](const Pending& a, const Pending& b) {
-    return a.nID < b.nID || (a.nID == b.nID && a.nKind < b.nKind);
+    const int nKindA = a.nKind & KIND_MASK;
+    const int nKindB = b.nKind & KIND_MASK;
+    return nKindA < nKindB || (nKindA == nKindB && a.nID < b.nID);
   };
-  if (pending.size() <= INSERTION_SORT_LIMIT) {
-    for (size_t i = 1; i < pending.size(); ++i) {
-      const Pending entry = pending[i];
-      size_t j = i;
-      for (; j > 0 && before(entry, pending[j - 1]); --j) pending[j] = pending[j - 1];
-      pending[j] = entry;
+  const bool bInOrder =
+      std::adjacent_find(pending.begin(), pending.end(), [&before](const Pending& a, const Pending& b) {
+        return !before(a, b);
+      }) == pending.end();
+  if (!bInOrder) {
+    if (pending.size() <= INSERTION_SORT_LIMIT) {
+      for (size_t i = 1; i < pending.size(); ++i) {
+        const Pending entry = pending[i];
+        size_t j = i;
+        for (; j > 0 && before(entry, pending[j - 1]); --j) pending[j] = pending[j - 1];
+        pending[j] = entry;
+      }
+    } else {
+      std::stable_sort(pending.begin(), pending.end(), before);
     }
-  } else {
-    std::stable_sort(pending.begin(), pending.end(), before);
   }
-  size_t nKept = 0;
+  std::vector<Entry>& entries = Buffer(0);
   for (size_t i = 0; i < pending.size(); ++i) {
     const bool bRepeated = i + 1 < pending.size() && !before(pending[i], pending[i + 1]);
-    if (!bRepeated) pending[nKept++] = pending[i];
+    const Pending& entry = pending[i];
+    if (!bRepeated) entries.push_back({entry.nID, entry.nKind, pBuffer + entry.nOffset, entry.nPayloadBytes});
   }
-  pending.resize(nKept);
-  size_t nBytes = 0;
-  int nPrevID = 0;
-  for (const Pending& entry : pending) {
-    nBytes += HeaderSize(entry.nID, nPrevID) + entry.nPayloadBytes;
-    nPrevID = entry.nID;
-  }
-  uint8_t* const pData = nBytes > 0 ? Allocate(nBytes) : nullptr;
-  uint8_t* p = pData ? pData + sizeof(uint32_t) : nullptr;
-  nPrevID = 0;
-  for (const Pending& entry : pending) {
-    p = WriteHeader(p, entry.nID, nPrevID, entry.nKind);
-    if (entry.nPayloadBytes > 0) std::memcpy(p, pBuffer + entry.nOffset, entry.nPayloadBytes);
-    p += entry.nPayloadBytes;
-    nPrevID = entry.nID;
-  }
-  Release(m_pData);
-  m_pData = pData;
+  uint8_t* pUnused = nullptr;
+  uint8_t* const pOld = m_pData;
+  m_pData = Encode(entries, entries.size(), pUnused);
+  Release(pOld);
 }

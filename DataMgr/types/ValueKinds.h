@@ -15,11 +15,9 @@
 // DateTime in 8 (date, then time), a text as its length (a varint: 7 bits a
 // byte, low bits first) and its bytes. Numbers are in the machine's own byte
 // order. Internal to the library's records.
-enum class ValueKind : uint8_t { Bool = 0, Int = 1, Double = 2, Money = 3, DateTime = 4, Text = 5, Flag = 6 };
-
-// The kinds that hold values, in the order Bool to Text; Flag marks a text
-// column whose text is archived enciphered and holds no value.
-const int VALUE_KIND_COUNT = 6;
+// Numbered in the order in which a record's archive holds them; Flag marks
+// a text column whose text is archived enciphered and holds no value.
+enum class ValueKind : uint8_t { Bool = 0, Int = 1, Double = 2, DateTime = 3, Flag = 4, Text = 5, Money = 6 };
 
 inline size_t VarintSize(size_t nValue) {
   size_t nBytes = 1;

@@ -41,6 +41,10 @@ using archive_exchange::Exchange;
 using Entry = ValueBlock::Entry;
 
 uint8_t Code(ValueKind nKind) { return static_cast<uint8_t>(nKind); }
+unsigned Bit(ValueKind nKind) { return 1u << Code(nKind); }
+
+// The kinds that hold values: all but Flag.
+const unsigned VALUE_KINDS = ((1u << ValueBlock::KINDS) - 1) & ~(1u << static_cast<unsigned>(ValueKind::Flag));
 
 template <typename T>
 T AbsentValue() {
@@ -190,16 +194,8 @@ class Loader {
 class ValueArchiver {
  public:
   ValueArchiver(CArchive& ar, ValueBlock& block, bool bOldFormat)
-      : m_ar(ar), m_block(block), m_bOldFormat(bOldFormat), m_entries(EntriesToStore()) {
-    if (ar.IsLoading()) {
-      m_loader.emplace(block);
-      return;
-    }
-    m_entries.clear();
-    block.ForEach([this](const Entry& entry) {
-      m_entries.push_back(entry);
-      ++m_counts[entry.nKind];
-    });
+      : m_ar(ar), m_block(block), m_bOldFormat(bOldFormat) {
+    if (ar.IsLoading()) m_loader.emplace(block);
   }
 
   // The counter and the entries of kind T.
@@ -235,7 +231,7 @@ class ValueArchiver {
   void Texts() {
     const uint8_t nKind = Code(ValueKind::Text);
     if (m_ar.IsStoring()) {
-      const bool bAnyFlagged = m_counts[Code(ValueKind::Flag)] > 0;
+      const bool bAnyFlagged = m_block.GetCount(Code(ValueKind::Flag)) > 0;
       ForEachToStore(nKind, [this, bAnyFlagged](const Entry& entry) {
         if (bAnyFlagged && m_block.Find(entry.nID, Code(ValueKind::Flag))) {
           CString text = Packing<CString>::Read(entry.pPayload);
@@ -272,20 +268,11 @@ class ValueArchiver {
   // writes.
   template <typename Store>
   void ForEachToStore(uint8_t nKind, Store store) {
-    SerializeData::SerializeLoopCounter(m_ar, m_counts[nKind], m_bOldFormat);
-    if (m_counts[nKind] == 0) return;
-    for (const Entry& entry : m_entries) {
-      if (entry.nKind != nKind) continue;
+    SerializeData::SerializeLoopCounter(m_ar, m_block.GetCount(nKind), m_bOldFormat);
+    m_block.ForEachOfKind(nKind, [this, &store](const Entry& entry) {
       m_ar << entry.nID;
       store(entry);
-    }
-  }
-
-  // Storing: the entries of the block, decoded once for all kinds. The
-  // buffer belongs to the thread and serves every record stored.
-  static std::vector<Entry>& EntriesToStore() {
-    thread_local std::vector<Entry> entries;
-    return entries;
+    });
   }
   // Reads the counter (checked against the bytes that remain), then per
   // entry its ID and what load(nID) reads. The archive's entries of nKind
@@ -300,8 +287,6 @@ class ValueArchiver {
   ValueBlock& m_block;
   const bool m_bOldFormat;
   std::optional<Loader> m_loader;
-  std::vector<Entry>& m_entries;
-  size_t m_counts[VALUE_KIND_COUNT + 1] = {};
 };
 
 // Reads one address in its own archive form and drops it. Records of
@@ -335,7 +320,7 @@ ValueStore::~ValueStore() = default;
 bool ValueStore::Has(int nID, ValueKind nKind) const { return m_block.Find(nID, Code(nKind)) != nullptr; }
 bool ValueStore::IsFlagged(int nID) const { return Has(nID, ValueKind::Flag); }
 
-bool ValueStore::HaveDataProp(int nID) const { return m_block.Contains(nID, 0, Code(ValueKind::Flag)); }
+bool ValueStore::HaveDataProp(int nID) const { return m_block.Contains(nID, VALUE_KINDS); }
 bool ValueStore::HaveDataPropBool(int nID) const { return Has(nID, ValueKind::Bool); }
 bool ValueStore::HaveDataPropInt(int nID) const { return Has(nID, ValueKind::Int); }
 bool ValueStore::HaveDataPropDouble(int nID) const { return Has(nID, ValueKind::Double); }
@@ -417,9 +402,9 @@ void ValueStore::GetData(int nID, double& out) const { Get(nID, out); }
 void ValueStore::GetData(int nID, int& out) const { Get(nID, out); }
 void ValueStore::GetData(int nID, bool& out) const { Get(nID, out); }
 
-void ValueStore::Delete(int nID, ValueKind nKind) { m_block.Erase(nID, Code(nKind), Code(nKind) + 1); }
+void ValueStore::Delete(int nID, ValueKind nKind) { m_block.Erase(nID, Bit(nKind)); }
 
-void ValueStore::DeleteData(int nID) { m_block.Erase(nID, 0, Code(ValueKind::Flag)); }
+void ValueStore::DeleteData(int nID) { m_block.Erase(nID, VALUE_KINDS); }
 void ValueStore::DeleteDataBool(int nID) { Delete(nID, ValueKind::Bool); }
 void ValueStore::DeleteDataInt(int nID) { Delete(nID, ValueKind::Int); }
 void ValueStore::DeleteDataDouble(int nID) { Delete(nID, ValueKind::Double); }
@@ -444,12 +429,14 @@ void ValueStore::ChangeDataPropIDMoney(int nIDA, int nIDB) { ChangeID<Money>(nID
 void ValueStore::ChangeDataPropIDDateTime(int nIDA, int nIDB) { ChangeID<DateTime>(nIDA, nIDB); }
 void ValueStore::ChangeDataPropIDString(int nIDA, int nIDB) { ChangeID<CString>(nIDA, nIDB); }
 
-// The payload is copied while the old block still lives (see Put).
+// The payload is copied out first: making room for the new entry may move
+// it (see ValueBlock::Put).
 bool ValueStore::Move(ValueKind nKind, int nFromID, int nToID) {
   const uint8_t* pFrom = m_block.Find(nFromID, Code(nKind));
   if (!pFrom) return false;
-  const size_t nBytes = ValueBlock::PayloadSize(Code(nKind), pFrom);
-  m_block.Put(nToID, Code(nKind), nBytes, [pFrom, nBytes](uint8_t* p) { std::memcpy(p, pFrom, nBytes); });
+  const std::vector<uint8_t> payload(pFrom, pFrom + ValueBlock::PayloadSize(Code(nKind), pFrom));
+  m_block.Put(nToID, Code(nKind), payload.size(),
+              [&payload](uint8_t* p) { std::copy(payload.begin(), payload.end(), p); });
   Delete(nFromID, nKind);
   return true;
 }
@@ -466,13 +453,13 @@ void ValueStore::MoveData(int nFromID, int nToID) {
 }
 
 void ValueStore::GetSupportedDataProps(std::vector<int>& ids) const {
+  const ValueKind KINDS[] = {ValueKind::Bool,  ValueKind::Int,      ValueKind::Double,
+                             ValueKind::Money, ValueKind::DateTime, ValueKind::Text};
   size_t nValues = 0;
-  m_block.ForEach([&nValues](const Entry& entry) { nValues += entry.nKind < Code(ValueKind::Flag) ? 1 : 0; });
+  for (ValueKind nKind : KINDS) nValues += m_block.GetCount(Code(nKind));
   ids.reserve(ids.size() + nValues);
-  for (uint8_t nKind = 0; nKind < VALUE_KIND_COUNT; ++nKind) {
-    m_block.ForEach([&ids, nKind](const Entry& entry) {
-      if (entry.nKind == nKind) ids.push_back(entry.nID);
-    });
+  for (ValueKind nKind : KINDS) {
+    m_block.ForEachOfKind(Code(nKind), [&ids](const Entry& entry) { ids.push_back(entry.nID); });
   }
 }
 

@@ -19,8 +19,9 @@
 // keep each column in one kind only; the store does not enforce that.
 //
 // A document holds a million records, so all values of a record live in one
-// heap block of exactly their size, numbers and text bytes inline, in column
-// order (see ValueBlock); a record without values allocates nothing. A
+// heap block of their size, numbers and text bytes inline, grouped by kind
+// and in column order within a kind (see ValueBlock); a record without
+// values allocates nothing. A
 // column that has no value reads as its kind's absent value: false, -1,
 // 0.0, a Money with all fields zero (sign negative, magnitude 0), an unset
 // DateTime, an empty text.
