@@ -91,16 +91,24 @@ double Median(std::vector<double> values) {
   return n % 2 == 1 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
+// Three significant digits, without an exponent.
+std::string Figure(double dValue) {
+  char szText[32];
+  std::snprintf(szText, sizeof szText, dValue >= 100 ? "%.0f" : "%.3g", dValue);
+  return szText;
+}
+
 void PrintTable() {
   std::printf("\n%zu items, medians of %d repetitions\n\n", g_nItems, g_nRepetitions);
   std::printf("| | vaxo057 | SQLite | ratio |\n|---|---|---|---|\n");
   for (const Line& line : g_lines) {
     const double dVaxo = Median(line.vaxo);
     const double dSqlite = Median(line.sqlite);
-    if (dSqlite != dSqlite) {
-      std::printf("| %s | %.3g | - | |\n", line.strName.c_str(), dVaxo);
+    if (std::isnan(dSqlite)) {
+      std::printf("| %s | %s | - | |\n", line.strName.c_str(), Figure(dVaxo).c_str());
     } else {
-      std::printf("| %s | %.3g | %.3g | %.2f |\n", line.strName.c_str(), dVaxo, dSqlite, dVaxo / dSqlite);
+      std::printf("| %s | %s | %s | %.2f |\n", line.strName.c_str(), Figure(dVaxo).c_str(), Figure(dSqlite).c_str(),
+                  dVaxo / dSqlite);
     }
   }
 }
