@@ -35,16 +35,23 @@ const uint8_t* FindValue(const Values& values, const T& value) {
   return nullptr;
 }
 
-// Writes a history of nBytes bytes of values: those before pCut, the
-// inserted value (when given), those from pResume on.
-uint8_t* WriteHistory(uint8_t* p, size_t nBytes, const Values& old, const uint8_t* pCut, const uint8_t* pResume) {
-  p = WriteVarint(nBytes, p);
+// A new history of the values from pBegin to pCut, nInsert bytes that
+// insert(uint8_t*) writes, and the values from pResume to pEnd, with its
+// count of bytes first. Composed in a buffer of the thread, apart from the
+// block, which may move while it takes the new history.
+template <typename Insert>
+const std::vector<uint8_t>& Compose(const Values& old, const uint8_t* pCut, const uint8_t* pResume, size_t nInsert,
+                                    Insert insert) {
+  thread_local std::vector<uint8_t> bytes;
   const auto nBefore = static_cast<size_t>(pCut - old.pBegin);
-  if (nBefore > 0) std::memcpy(p, old.pBegin, nBefore);
-  p += nBefore;
   const auto nAfter = static_cast<size_t>(old.pEnd - pResume);
-  if (nAfter > 0) std::memcpy(p, pResume, nAfter);
-  return p + nAfter;
+  const size_t nValues = nBefore + nInsert + nAfter;
+  bytes.resize(VarintSize(nValues) + nValues);
+  uint8_t* p = WriteVarint(nValues, bytes.data());
+  if (nBefore > 0) std::memcpy(p, old.pBegin, nBefore);
+  insert(p + nBefore);
+  if (nAfter > 0) std::memcpy(p + nBefore + nInsert, pResume, nAfter);
+  return bytes;
 }
 
 }  // namespace
@@ -58,18 +65,17 @@ UndoStore::~UndoStore() = default;
 
 void UndoStore::ClearUndoData() { m_block.Clear(); }
 
-// The old history is read while the block is rebuilt (see ValueBlock::Put).
+void UndoStore::Put(const ValueBlock::Slot& slot, const std::vector<uint8_t>& history) {
+  m_block.Put(slot, history.size(), [&history](uint8_t* p) { std::memcpy(p, history.data(), history.size()); });
+}
+
 template <typename T>
 void UndoStore::Add(int nID, const T& value) {
   const ValueBlock::Slot slot = m_block.Seek(nID, HistoryKind<T>());
   const Values old = slot.pPayload ? ValuesOf(slot.pPayload) : Values{nullptr, nullptr};
   if (slot.pPayload && FindValue(old, value)) return;
-  const size_t nValueBytes = Packing<T>::Size(value);
-  const size_t nBytes = static_cast<size_t>(old.pEnd - old.pBegin) + nValueBytes;
-  m_block.Put(slot, VarintSize(nBytes) + nBytes, [&](uint8_t* p) {
-    p = WriteHistory(p, nBytes, old, old.pEnd, old.pEnd);
-    Packing<T>::Write(value, p);
-  });
+  Put(slot, Compose(old, old.pEnd, old.pEnd, Packing<T>::Size(value),
+                       [&value](uint8_t* p) { Packing<T>::Write(value, p); }));
 }
 
 template <typename T>
@@ -80,8 +86,7 @@ void UndoStore::Remove(int nID, const T& value) {
   const uint8_t* pFound = FindValue(old, value);
   if (!pFound) return;
   const uint8_t* pNext = pFound + ValueBlock::PayloadSize(static_cast<uint8_t>(Packing<T>::KIND), pFound);
-  const size_t nBytes = static_cast<size_t>((old.pEnd - old.pBegin) - (pNext - pFound));
-  m_block.Put(slot, VarintSize(nBytes) + nBytes, [&](uint8_t* p) { WriteHistory(p, nBytes, old, pFound, pNext); });
+  Put(slot, Compose(old, pFound, pNext, 0, [](uint8_t*) {}));
 }
 
 template <typename T>

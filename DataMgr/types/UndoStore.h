@@ -62,6 +62,8 @@ class VAXO057_API UndoStore {
   void ClearUndoData();
 
  private:
+  // Gives the slot a new history, composed apart from the block.
+  void Put(const ValueBlock::Slot& slot, const std::vector<uint8_t>& history);
   template <typename T>
   void Add(int nID, const T& value);
   template <typename T>

@@ -202,13 +202,19 @@ uint8_t* ValueBlock::WriteStarts(uint8_t* p, const size_t* counts, bool bWideSta
   return p;
 }
 
-// Moves the payloads after the place and the IDs after the new one up,
-// last first, and raises the group starts after its kind.
-uint8_t* ValueBlock::InsertInPlace(const Layout& layout, const Slot& slot, size_t nBytes, size_t nOldBytes) {
+// Moves what follows the payload (for a new entry also the IDs after it)
+// to their new places, and for a new entry raises the group starts after
+// its kind.
+uint8_t* ValueBlock::SpliceInPlace(const Layout& layout, const Slot& slot, size_t nBytes, const uint8_t* pEnd) {
   uint8_t* const pData = m_pData;
+  const bool bInsert = slot.pPayload == nullptr;
+  const size_t nShift = bInsert ? layout.nWidth : 0;
   uint8_t* const pPlace = pData + (slot.pPlace - pData);
-  uint8_t* const pIDAt = pData + (layout.pIDs - pData) + (GroupOf(layout, slot.nKind).nFirst + slot.nIndex) * layout.nWidth;
-  std::memmove(pPlace + layout.nWidth + nBytes, pPlace, nOldBytes - static_cast<size_t>(pPlace - pData));
+  uint8_t* const pOldAfter = pPlace + slot.nPayloadBytes;
+  std::memmove(pPlace + nShift + nBytes, pOldAfter, static_cast<size_t>(pEnd - pOldAfter));
+  if (!bInsert) return pPlace;
+  uint8_t* const pIDAt =
+      pData + (layout.pIDs - pData) + (GroupOf(layout, slot.nKind).nFirst + slot.nIndex) * layout.nWidth;
   std::memmove(pIDAt + layout.nWidth, pIDAt, static_cast<size_t>(pPlace - pIDAt));
   WriteOffset(pIDAt, OffsetOf(slot.nID, layout.nBaseID), layout.nWidth);
   size_t counts[KINDS];
@@ -228,9 +234,8 @@ uint8_t* ValueBlock::Replace(const Slot& slot, size_t nBytes) {
     if (bSameMode && bFits && bStartsHold) {
       const uint8_t* const pEnd = End(layout);
       const auto nOldBytes = static_cast<size_t>(pEnd - m_pData);
-      if (slot.pPayload == nullptr && nOldBytes + layout.nWidth + nBytes <= Capacity(nOldBytes)) {
-        return InsertInPlace(layout, slot, nBytes, nOldBytes);
-      }
+      const size_t nNewBytes = nOldBytes + (slot.pPayload ? 0 : layout.nWidth) + nBytes - slot.nPayloadBytes;
+      if (Capacity(nNewBytes) == Capacity(nOldBytes)) return SpliceInPlace(layout, slot, nBytes, pEnd);
       return Splice(layout, slot, nBytes, pEnd);
     }
   }

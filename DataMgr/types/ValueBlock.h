@@ -136,10 +136,9 @@ class ValueBlock {
 
   // Gives the slot's entry a payload of nBytes (the kind's size for a fixed
   // kind) that write(uint8_t*) fills, adding the entry when it is absent.
-  // A payload that keeps its size is written in place. When an existing
-  // payload changes its size, the old block is released only after write,
-  // so write may read the old payload. A new entry may be made room for in
-  // place, moving what follows it: write must not read the block then.
+  // When the block's rounding holds the new size, the payload is written in
+  // place and what follows it moves; otherwise a new block replaces this
+  // one. Either way write must not read the block.
   template <typename Write>
   void Put(const Slot& slot, size_t nBytes, Write write) {
     if (slot.pPayload != nullptr && slot.nPayloadBytes == nBytes) {
@@ -354,8 +353,9 @@ class ValueBlock {
   uint8_t* Replace(const Slot& slot, size_t nBytes);
   // Replace for an ID that the block's base and width hold.
   uint8_t* Splice(const Layout& layout, const Slot& slot, size_t nBytes, const uint8_t* pEnd);
-  // Splice of a new entry that fits the block as allocated: it stays.
-  uint8_t* InsertInPlace(const Layout& layout, const Slot& slot, size_t nBytes, size_t nOldBytes);
+  // Splice within the block as allocated, when its rounding holds the new
+  // size (and no less).
+  uint8_t* SpliceInPlace(const Layout& layout, const Slot& slot, size_t nBytes, const uint8_t* pEnd);
 
   uint8_t* m_pData = nullptr;
 };

@@ -33,8 +33,9 @@ void operator delete(void* p, size_t) noexcept { operator delete(p); }
 namespace {
 
 const int ITEMS = 200;
-// The item list's array and the loading buffers of the thread.
-const long long SHARED_BLOCKS = 8;
+// The item list's array and the working buffers of the thread, shared by
+// all records.
+const long long SHARED_BLOCKS = 16;
 
 // Ten values of every kind, texts longer than a short string's buffer.
 void Fill(DataItem& item, int n, bool bRecord) {
