@@ -141,16 +141,6 @@ int YearValue(const Token& token) {
   return nYear < CENTURY_PIVOT ? 2000 + nYear : 1900 + nYear;
 }
 
-int CurrentYear() {
-  DateTime now;
-  now.SetToCurrent();
-  int nYear = 0;
-  int nMonth = 0;
-  int nDay = 0;
-  now.GetDate(nYear, nMonth, nDay);
-  return nYear;
-}
-
 // The calendar parts of date tokens whose separators are already dropped;
 // false when they do not form a date text.
 bool ReadDateParts(const std::vector<Token>& tokens, int& nYear, int& nMonth, int& nDay) {
@@ -172,14 +162,14 @@ bool ReadDateParts(const std::vector<Token>& tokens, int& nYear, int& nMonth, in
     if (numbers.empty() || numbers.size() > 2) return false;
     const bool bYearFirst = numbers.size() == 2 && numbers[0].text.size() > 2;
     nDay = PartValue(numbers[bYearFirst ? 1 : 0]);
-    nYear = numbers.size() == 2 ? YearValue(numbers[bYearFirst ? 0 : 1]) : CurrentYear();
+    nYear = numbers.size() == 2 ? YearValue(numbers[bYearFirst ? 0 : 1]) : DateTime::GetCurrentYear();
     return true;
   }
   if (numbers.size() == 2) {
     const bool bDayFirst = LocaleUtils::GetDateOrder() == LocaleUtils::DAY_MONTH_YEAR;
     nMonth = PartValue(numbers[bDayFirst ? 1 : 0]);
     nDay = PartValue(numbers[bDayFirst ? 0 : 1]);
-    nYear = CurrentYear();
+    nYear = DateTime::GetCurrentYear();
     return true;
   }
   if (numbers.size() != 3) return false;
@@ -294,6 +284,16 @@ bool DateTime::GetDate(int& nYear, int& nMonth, int& nDay) const {
 bool DateTime::SetDate(int nYear, int nMonth, int nDay) {
   m_nDate = IsCalendarDate(nYear, nMonth, nDay) ? JulianDayOf(nYear, nMonth, nDay) : NO_DATE;
   return m_nDate != NO_DATE;
+}
+
+int DateTime::GetCurrentYear() {
+  DateTime now;
+  now.SetToCurrent();
+  int nYear = 0;
+  int nMonth = 0;
+  int nDay = 0;
+  now.GetDate(nYear, nMonth, nDay);
+  return nYear;
 }
 
 void DateTime::SetToCurrent() {

@@ -39,6 +39,8 @@ class VAXO009_API DateTime {
   bool SetDate(int nYear, int nMonth, int nDay);
   // The local date and time of the system clock, to the second.
   void SetToCurrent();
+  // The year of the local date: the one a date text without a year falls in.
+  static int GetCurrentYear();
 
   // Reads a date and returns true: numbers in the locale's order or as
   // year-month-day, parted by "/", "-", "." or the locale's separator, or

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <string>
 
 #include "DataMgr/filter/FilterTypes.h"
@@ -63,6 +64,27 @@ bool IsPieceOf(const CString& text, const CString& separator, const CString& pie
   }
 }
 
+DateTime ReadDate(const CString& text) {
+  DateTime date;
+  date.SetDate(text);
+  return date;
+}
+
+DateTime ReadTime(const CString& text) {
+  DateTime time;
+  time.SetTime(text);
+  return time;
+}
+
+// The first second of nYear on the local clock.
+std::time_t NewYear(int nYear) {
+  std::tm start{};
+  start.tm_year = nYear - 1900;
+  start.tm_mday = 1;
+  start.tm_isdst = -1;
+  return std::mktime(&start);
+}
+
 }  // namespace
 
 DataFilter::DataFilter() { ParseCompareValue(); }
@@ -89,19 +111,59 @@ void DataFilter::SetValue(const std::vector<int>& values) {
 }
 
 // A whole-word test matches a word of the text in full; a value that is
-// not exactly one word (GetWords) can match none.
+// not exactly one word (GetWords) can match none. The year is taken before
+// the date is read, so that a date read just after the new year began is
+// read again, never kept for the wrong year.
 void DataFilter::ParseCompareValue() {
   TextArray words;
   StringUtils::GetWords(m_strValue, words);
   m_bValueIsOneWord = words.GetSize() == 1 && words[0] == m_strValue;
+  const int nYear = DateTime::GetCurrentYear();
+  m_readWith.tYearBegins = NewYear(nYear);
+  m_readWith.tYearEnds = NewYear(nYear + 1);
+  m_readWith.strThousandsSep = LocaleUtils::GetNumberThousandsSeparator();
+  m_readWith.strDecimalSep = LocaleUtils::GetNumberDecimalSeparator();
+  m_readWith.strCurrencySep = LocaleUtils::GetCurrencyDecimalSeparator();
+  m_readWith.strDateSep = LocaleUtils::GetDateSeparator();
+  m_readWith.nDateOrder = LocaleUtils::GetDateOrder();
+  m_readWith.strTimeSep = LocaleUtils::GetTimeSeparator();
   m_nCompareNumber = NumberTextConv::GetNumberFromString(m_strValue);
   m_dCompareNumber = NumberTextConv::GetDoubleFromString(m_strValue, false);
-  m_compareAmount = Money();
-  m_compareAmount.Set(m_strValue);
-  m_dtCompareDate = DateTime();
-  m_dtCompareDate.SetDate(m_strValue);
-  m_dtCompareTime = DateTime();
-  m_dtCompareTime.SetTime(m_strValue);
+  m_compareAmount = Money(m_strValue);
+  m_dtCompareDate = ReadDate(m_strValue);
+  m_dtCompareTime = ReadTime(m_strValue);
+}
+
+// Whole numbers read with the thousands separator alone; decimals with the
+// decimal separator too; amounts with the currency's decimal separator.
+int DataFilter::CompareNumber() const {
+  const bool bSame = LocaleUtils::GetNumberThousandsSeparator() == m_readWith.strThousandsSep;
+  return bSame ? m_nCompareNumber : NumberTextConv::GetNumberFromString(m_strValue);
+}
+
+double DataFilter::CompareDecimal() const {
+  const bool bSame = LocaleUtils::GetNumberThousandsSeparator() == m_readWith.strThousandsSep &&
+                     LocaleUtils::GetNumberDecimalSeparator() == m_readWith.strDecimalSep;
+  return bSame ? m_dCompareNumber : NumberTextConv::GetDoubleFromString(m_strValue, false);
+}
+
+Money DataFilter::CompareAmount() const {
+  const bool bSame = LocaleUtils::GetNumberThousandsSeparator() == m_readWith.strThousandsSep &&
+                     LocaleUtils::GetCurrencyDecimalSeparator() == m_readWith.strCurrencySep;
+  return bSame ? m_compareAmount : Money(m_strValue);
+}
+
+// A date without its year falls in the current one.
+DateTime DataFilter::CompareDate() const {
+  const std::time_t tNow = std::time(nullptr);
+  const bool bSame = LocaleUtils::GetDateSeparator() == m_readWith.strDateSep &&
+                     LocaleUtils::GetDateOrder() == m_readWith.nDateOrder && tNow >= m_readWith.tYearBegins &&
+                     tNow < m_readWith.tYearEnds;
+  return bSame ? m_dtCompareDate : ReadDate(m_strValue);
+}
+
+DateTime DataFilter::CompareTime() const {
+  return LocaleUtils::GetTimeSeparator() == m_readWith.strTimeSep ? m_dtCompareTime : ReadTime(m_strValue);
 }
 
 CString DataFilter::GetFilterDesc(FilterType nType) {
@@ -181,9 +243,10 @@ bool DataFilter::PassesFilter(int nValue) const {
       return DoesTextContainCompareValue(GetDataType() == DataType::Duration
                                              ? DateTime::ConvertSecondsToText(nValue)
                                              : NumberTextConv::NumberToString(nValue, false, 0, DEFAULT_SEPARATOR));
-    default:
-      return PassesRelation(nValue == m_nCompareNumber, nValue < m_nCompareNumber,
-                            nValue > m_nCompareNumber);
+    default: {
+      const int nCompare = CompareNumber();
+      return PassesRelation(nValue == nCompare, nValue < nCompare, nValue > nCompare);
+    }
   }
 }
 
@@ -195,9 +258,10 @@ bool DataFilter::PassesFilter(double dValue) const {
     case Contains:
       return DoesTextContainCompareValue(NumberTextConv::DoubleToString(
           dValue, LocaleUtils::GetNumberFractionalDigits(), false, 0, DEFAULT_SEPARATOR, false));
-    default:
-      return PassesRelation(std::fabs(m_dCompareNumber - dValue) < DECIMAL_EQUAL,
-                            dValue < m_dCompareNumber, dValue > m_dCompareNumber);
+    default: {
+      const double dCompare = CompareDecimal();
+      return PassesRelation(std::fabs(dCompare - dValue) < DECIMAL_EQUAL, dValue < dCompare, dValue > dCompare);
+    }
   }
 }
 
@@ -209,9 +273,10 @@ bool DataFilter::PassesFilter(const Money& value) const {
       return Result(value != Money());
     case Contains:
       return DoesTextContainCompareValue(value.GetText(true, true));
-    default:
-      return PassesRelation(value == m_compareAmount, value < m_compareAmount,
-                            value > m_compareAmount);
+    default: {
+      const Money compare = CompareAmount();
+      return PassesRelation(value == compare, value < compare, value > compare);
+    }
   }
 }
 
@@ -231,7 +296,7 @@ bool DataFilter::PassesFilter(const DateTime& value) const {
     default:
       break;
   }
-  const int nOrder = bDate ? value.CompareDate(m_dtCompareDate) : value.CompareTime(m_dtCompareTime);
+  const int nOrder = bDate ? value.CompareDate(CompareDate()) : value.CompareTime(CompareTime());
   switch (m_nFilterType) {
     case IsExactlyEqualTo:
       return Result(nOrder == 0);

@@ -1,6 +1,7 @@
 #ifndef DATAMGR_FILTER_DATAFILTER_H_
 #define DATAMGR_FILTER_DATAFILTER_H_
 
+#include <ctime>
 #include <vector>
 
 #include "DataMgr/Export.h"
@@ -9,6 +10,7 @@
 #include "framework/CArchive.h"
 #include "framework/CString.h"
 #include "utility/DateTime.h"
+#include "utility/LocaleUtils.h"
 
 // One condition on one column: include (or, with the include flag clear,
 // exclude) a record when the column's value passes the test of the filter
@@ -19,10 +21,12 @@
 //
 // The compare value is a text, or for list columns the IDs of the selected
 // entries; setting one empties the other. The numbers, amount, date and
-// time that the tests compare with are read from the text once, whenever
-// the text is set (SetValue, loading, copying), with the locale of that
-// moment; a host that changes the locale's separators or date order sets
-// the value again. Evaluating a record never allocates for a non-text value.
+// time that the tests compare with are read from the text when it is set
+// (SetValue, loading) and kept with the conventions they were read under;
+// a test made under other conventions (the host changed a separator or the
+// date order, or a new year began for a date written without its year)
+// reads the text again, so that a test always means what the text means at
+// that moment. Evaluating a record never allocates for a non-text value.
 //
 // A new filter: Include, not case-sensitive, not whole-word, required, ID
 // -1, column -1 (a filter set ignores it), data type Text, HasAnyData and
@@ -122,6 +126,13 @@ class VAXO057_API DataFilter {
   bool PassesRelation(bool bEqual, bool bLess, bool bGreater) const;
   // Reads the compare numbers, amount, date and time from m_strValue.
   void ParseCompareValue();
+  // The compare values as m_strValue reads now: the ones kept, unless the
+  // conventions they depend on have changed since.
+  int CompareNumber() const;
+  double CompareDecimal() const;
+  Money CompareAmount() const;
+  DateTime CompareDate() const;
+  DateTime CompareTime() const;
 
   bool m_bInclude = true;
   bool m_bCaseSensitive = false;
@@ -134,6 +145,19 @@ class VAXO057_API DataFilter {
   CString m_strValue;
   std::vector<int> m_vecValues;
 
+  // The conventions that number, amount, date and time texts are read
+  // with, and the span of the year that a date without one falls in.
+  struct Conventions {
+    CString strThousandsSep;
+    CString strDecimalSep;
+    CString strCurrencySep;
+    CString strDateSep;
+    LocaleUtils::DateOrder nDateOrder = LocaleUtils::MONTH_DAY_YEAR;
+    CString strTimeSep;
+    std::time_t tYearBegins = 0;
+    std::time_t tYearEnds = 0;
+  };
+
   // Read from m_strValue by ParseCompareValue, never stored.
   bool m_bValueIsOneWord = false;
   int m_nCompareNumber = 0;
@@ -141,6 +165,7 @@ class VAXO057_API DataFilter {
   Money m_compareAmount;
   DateTime m_dtCompareDate;
   DateTime m_dtCompareTime;
+  Conventions m_readWith;
 };
 
 #endif  // DATAMGR_FILTER_DATAFILTER_H_

@@ -15,8 +15,8 @@ namespace {
 const WORD SORTORDER_VERSION = 3;
 // Version 1 kept the keys as two parallel vectors.
 const WORD PARALLEL_VECTORS_VERSION = 1;
-// The keys' loop counter is 64-bit from this version on.
-const WORD FIRST_NEW_COUNTER_VERSION = 3;
+// The keys' loop counter is 32-bit in this version only.
+const WORD OLD_COUNTER_VERSION = 2;
 // The bytes of one key: version, two bools, column ID.
 const size_t KEY_BYTES = 2 + 1 + 1 + 4;
 
@@ -174,7 +174,7 @@ bool SortOrder::IsDifferent(const std::vector<int>& ids, const std::vector<bool>
 //   2: the keys in their own form after a 32-bit counter.
 //   3: the counter is 64-bit.
 // Loading replaces the keys. Version 0 and versions above 3 are read as
-// version 3.
+// version 3 (a 64-bit counter).
 void SortOrder::Serialize(CArchive& ar) {
   WORD nVersion = SORTORDER_VERSION;
   Exchange(ar, nVersion);
@@ -184,7 +184,7 @@ void SortOrder::Serialize(CArchive& ar) {
   if (!ar.IsStoring() && nVersion == PARALLEL_VECTORS_VERSION) {
     LoadParallelVectors(ar);
   } else {
-    SerializeKeys(ar, !ar.IsStoring() && nVersion < FIRST_NEW_COUNTER_VERSION);
+    SerializeKeys(ar, !ar.IsStoring() && nVersion == OLD_COUNTER_VERSION);
   }
 }
 

@@ -89,6 +89,39 @@ TEST_F(DataFilterTest, EachTestJudgesTheTypedValue) {
   }
 }
 
+// The compare value means what it reads as under the conventions in force
+// when a value is tested, also when they changed after it was set.
+TEST_F(DataFilterTest, TheCompareValueIsReadWithTheCurrentConventions) {
+  const struct {
+    const char* pszRow;
+    DataType::Type nType;
+    const char* pszValue;
+    void (*change)();
+    bool (*passes)(const DataFilter&);
+  } rows[] = {
+      {"thousands separator", DT::Number, "1.000", [] { LocaleUtils::SetNumberThousandsSeparator("."); },
+       [](const DataFilter& f) { return f.PassesFilter(1000); }},
+      {"decimal separator", DT::Decimal, "1,5", [] { LocaleUtils::SetNumberDecimalSeparator(","); },
+       [](const DataFilter& f) { return f.PassesFilter(1.5); }},
+      {"currency separator", DT::Monetary, "2,50", [] { LocaleUtils::SetCurrencyDecimalSeparator(","); },
+       [](const DataFilter& f) { return f.PassesFilter(Money(2.5)); }},
+      {"date order", DT::Date, "1/5/2011", [] { LocaleUtils::SetDateOrder(LocaleUtils::DAY_MONTH_YEAR); },
+       [](const DataFilter& f) { return f.PassesFilter(DateTime(2011, 5, 1)); }},
+      {"time separator", DT::Time, "13h05", [] { LocaleUtils::SetTimeSeparator("h"); },
+       [](const DataFilter& f) { return f.PassesFilter(DateTime(2011, 5, 1, 13, 5)); }},
+  };
+  for (const auto& row : rows) {
+    SetUp();
+    DataFilter filter;
+    filter.SetDataType(row.nType);
+    filter.SetFilterType(T::IsExactlyEqualTo);
+    filter.SetValue(row.pszValue);
+    EXPECT_FALSE(row.passes(filter)) << row.pszRow;
+    row.change();
+    EXPECT_TRUE(row.passes(filter)) << row.pszRow;
+  }
+}
+
 TEST_F(DataFilterTest, DescriptionsAndTheirFilterTypes) {
   const struct {
     DataType::Type nType;

@@ -22,13 +22,13 @@ inline ByteWriter& Key(ByteWriter& out, int nID, bool bAscending, bool bCaseSens
       .Int(nID);                 // column ID
 }
 
-// A sort order of version 2 or 3 with one key on column nColumn, descending
-// and case-sensitive.
+// A sort order of version 0, 2 or later with one key on column nColumn,
+// descending and case-sensitive.
 inline ByteWriter& OrderWithKey(ByteWriter& out, unsigned nVersion, int nID, const std::string& name, int nColumn) {
   out.Word(nVersion)             // version
       .Int(nID)                  // ID
       .Text(name)                // name
-      .Counter(1, nVersion < 3);  // key count
+      .Counter(1, nVersion == 2);  // key count: old format in version 2 only
   return Key(out, nColumn, false, true);
 }
 

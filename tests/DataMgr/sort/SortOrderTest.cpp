@@ -140,6 +140,8 @@ TEST(SortOrderTest, OlderAndNewerVersionsLoad) {
       .Counter(3, true).Int(7).Int(8).Int(7);   // column IDs, the third without a flag
   ByteWriter version2;
   sort_test::OrderWithKey(version2, 2, 5, "Two", 6);
+  ByteWriter version0;
+  sort_test::OrderWithKey(version0, 0, 3, "Zero", 2);
   ByteWriter version9;
   sort_test::OrderWithKey(version9, 9, 6, "Nine", 1);
   const struct {
@@ -150,6 +152,7 @@ TEST(SortOrderTest, OlderAndNewerVersionsLoad) {
   } rows[] = {
       {"version 1", version1.Get(), 4, "7- 8+ 7+"},
       {"version 2", version2.Get(), 5, "6-c"},
+      {"version 0", version0.Get(), 3, "2-c"},
       {"version 9", version9.Get(), 6, "1-c"},
   };
   for (const auto& row : rows) {
