@@ -27,9 +27,11 @@ bool DataFind::operator==(const DataFind& other) const {
 //   int   start index
 //   int   line count   (version 2)
 //   text  file path    (version 2)
-// The replaced length is never stored; loading leaves it as it was, as it
-// leaves the line count and the path of a version-1 hit.
+// The replaced length is never stored. Loading starts from a fresh hit, so
+// the replaced length, and the line count and path of a version-1 hit, read
+// -1, -1 and empty whatever the hit held before.
 void DataFind::Serialize(CArchive& ar) {
+  if (!ar.IsStoring()) *this = DataFind();
   WORD nVersion = DATAFIND_VERSION;
   archive_exchange::Exchange(ar, nVersion);
   archive_exchange::Exchange(ar, m_nID);

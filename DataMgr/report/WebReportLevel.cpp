@@ -22,14 +22,15 @@ const size_t INLINE_KEY_BYTES = 2 + 2 + 4;
 
 bool WebReportLevel::LoadHTMLTemplate(const CString& dir) {
   const CString path = dir + m_strTemplateFile;
+  if (!FileUtils::DoesFileExist(path)) return false;
   TextArray lines;
-  if (!FileUtils::DoesFileExist(path) || !FileUtils::ReadFileContent(path, lines, false, nullptr)) return false;
+  const bool bRead = FileUtils::ReadFileContent(path, lines, false, nullptr);
   m_strTemplateFileContent.Empty();
   for (const CString& line : lines) {
     m_strTemplateFileContent += line;
     m_strTemplateFileContent += "\r\n";
   }
-  return true;
+  return bRead;
 }
 
 // Layout (version 2, current):

@@ -20,7 +20,8 @@ class VAXO057_API WebReportLevel {
   const CString& GetTemplateFileContent() const { return m_strTemplateFileContent; }
 
   // Reads the template dir + TemplateFile (joined as they are). A file that
-  // does not exist or cannot be read changes nothing and gives false.
+  // does not exist changes nothing; one that exists but cannot be read
+  // leaves the content empty. False in both cases.
   bool LoadHTMLTemplate(const CString& dir);
   void UnloadHTMLTemplate() { m_strTemplateFileContent.Empty(); }
 

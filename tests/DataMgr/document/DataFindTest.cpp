@@ -1,8 +1,9 @@
 // Hit lists and found words: matching hits by place, indexes out of range,
-// and the hit list's archive in both versions.
+// and the archives of hits and hit lists in both versions.
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string>
 
 #include "DataMgr/document/DataFindMgr.h"
 #include "DataMgr/document/FoundWordMgr.h"
@@ -12,21 +13,31 @@ namespace {
 
 using test_support::ByteWriter;
 
-DataFind MakeHit(int nID, int nItemID, int nSubItemID, int nColumnID, int nStart) {
+DataFind MakeHit(int nID, int nStart, int nLineCount = -1, const char* pszPath = "", int nReplacedLength = -1) {
   DataFind hit;
   hit.SetID(nID);
-  hit.SetDataItemID(nItemID);
-  hit.SetDataSubItemID(nSubItemID);
-  hit.SetDataPropID(nColumnID);
+  hit.SetDataItemID(7);
+  hit.SetDataPropID(5001);
   hit.SetStartIndex(nStart);
+  hit.SetLineCount(nLineCount);
+  hit.SetFilePath(pszPath);
+  hit.SetReplacedLength(nReplacedLength);
   return hit;
 }
 
-// A hit record: version, ID, item, sub-item, column, start index, and from
-// version 2 the line count and the path.
-ByteWriter& WriteHit(ByteWriter& out, unsigned nVersion, int nID, int nLineCount, const char* pszPath) {
-  out.Word(nVersion).Int(nID).Int(7).Int(-1).Int(5001).Int(3);
-  if (nVersion >= 2) out.Int(nLineCount).Text(pszPath);
+// "ID item/sub-item column@start lines path replaced".
+std::string Described(const DataFind& hit) {
+  return std::to_string(hit.GetID()) + " " + std::to_string(hit.GetDataItemID()) + "/" +
+         std::to_string(hit.GetDataSubItemID()) + " " + std::to_string(hit.GetDataPropID()) + "@" +
+         std::to_string(hit.GetStartIndex()) + " " + std::to_string(hit.GetLineCount()) + " " +
+         hit.GetFilePath().GetStdString() + " " + std::to_string(hit.GetReplacedLength());
+}
+
+// A hit record of nVersion: ID nID, item 7, the item itself, column 5001,
+// start 3; from version 2 the line count 2 and the path "p".
+ByteWriter& WriteHit(ByteWriter& out, unsigned nVersion, int nID) {
+  out.Word(nVersion).Int(nID).Int(7).Int(-1).Int(5001).Int(3);  // version, ID, item, sub-item, column, start
+  if (nVersion >= 2) out.Int(2).Text("p");                       // line count, path
   return out;
 }
 
@@ -34,21 +45,18 @@ ByteWriter& WriteHit(ByteWriter& out, unsigned nVersion, int nID, int nLineCount
 
 TEST(DataFindMgrTest, HitsAreMatchedByPlaceNotByNumber) {
   DataFindMgr hits;
-  hits.Add(MakeHit(1, 7, -1, 5001, 0));
-  hits.Add(MakeHit(2, 7, -1, 5001, 4));
-  hits.Remove(MakeHit(9, 7, -1, 5001, 4));
-  ASSERT_EQ(hits.GetCount(), 1u);
-  EXPECT_EQ(hits.GetAt(0).GetStartIndex(), 0);
+  hits.Add(MakeHit(1, 0));
+  hits.Add(MakeHit(2, 4));
+  hits.Remove(MakeHit(9, 4));
   DataFindMgr other;
-  other.Add(MakeHit(5, 7, -1, 5001, 0));
+  other.Add(MakeHit(5, 0));
   EXPECT_TRUE(hits == other);
-  DataFind withPath = MakeHit(1, 7, -1, 5001, 0);
-  withPath.SetFilePath("a.txt");
-  EXPECT_FALSE(withPath == MakeHit(1, 7, -1, 5001, 0));
+  EXPECT_FALSE(MakeHit(1, 0, -1, "a.txt") == MakeHit(1, 0));
   hits.Swap(0, 1);
   hits.RemoveAt(1);
   hits.SetDataFindID(1, 3);
-  EXPECT_EQ(hits.GetAt(0).GetID(), 1);
+  ASSERT_EQ(hits.GetCount(), 1u);
+  EXPECT_EQ(Described(hits.GetAt(0)), "1 7/-1 5001@0 -1  -1");
   try {
     hits.GetAt(1);
     ADD_FAILURE() << "GetAt past the end did not throw";
@@ -57,44 +65,32 @@ TEST(DataFindMgrTest, HitsAreMatchedByPlaceNotByNumber) {
   }
 }
 
-TEST(DataFindMgrTest, Version2StoresEveryFieldButTheReplacedLength) {
-  DataFindMgr hits;
-  DataFind hit = MakeHit(4, 7, -1, 5001, 3);
-  hit.SetLineCount(2);
-  hit.SetFilePath("C:\\notes.txt");
-  hit.SetReplacedLength(6);
-  hits.Add(hit);
-  ByteWriter out;
-  out.Word(2).Counter(1, false);
-  WriteHit(out, 2, 4, 2, "C:\\notes.txt");
-  test_support::ExpectArchiveForm(hits, out.Get(), [](const DataFindMgr& loaded) {
-    ASSERT_EQ(loaded.GetCount(), 1u);
-    EXPECT_EQ(loaded.GetAt(0).GetID(), 4);
-    EXPECT_EQ(loaded.GetAt(0).GetLineCount(), 2);
-    EXPECT_EQ(loaded.GetAt(0).GetReplacedLength(), -1);
-  });
-}
-
-TEST(DataFindMgrTest, Version1HitsLoadWithoutLineCountAndPathAndAreAppended) {
-  ByteWriter out;
-  out.Word(1).Counter(2, true);
-  WriteHit(out, 1, 1, 0, "");
-  WriteHit(out, 2, 2, 9, "kept.txt");
-  DataFindMgr hits;
-  hits.Add(MakeHit(8, 0, 0, 0, 0));
-  test_support::LoadAll(out.Get(), hits);
-  ASSERT_EQ(hits.GetCount(), 3u);
-  EXPECT_EQ(hits.GetAt(0).GetID(), 8);
-  EXPECT_EQ(hits.GetAt(1).GetDataPropID(), 5001);
-  EXPECT_EQ(hits.GetAt(1).GetLineCount(), -1);
-  EXPECT_EQ(hits.GetAt(1).GetFilePath(), "");
-  EXPECT_EQ(hits.GetAt(2).GetFilePath(), "kept.txt");
-  test_support::ExpectEveryCutThrowsEndOfFile(out.Get(), [](CArchive& ar) { DataFindMgr().Serialize(ar); });
-}
-
-TEST(DataFindMgrTest, ACountBeyondTheBytesLeftThrowsBeforeReserving) {
-  const test_support::Bytes bytes = ByteWriter().Word(2).Counter(1ull << 40, false).Get();
-  EXPECT_THROW(test_support::Load(bytes, [](CArchive& ar) { DataFindMgr().Serialize(ar); }), CArchiveException);
+// The replaced length is never stored. A list appends what it loads; a hit
+// loaded over a used one keeps nothing of it.
+TEST(DataFindMgrTest, ArchivesOfBothVersions) {
+  DataFindMgr current;
+  current.Add(MakeHit(4, 3, 2, "p", 6));
+  ByteWriter currentBytes;
+  WriteHit(currentBytes.Word(2).Counter(1, false), 2, 4);  // version, hit count, the hit
+  test_support::ExpectArchiveForm(current, currentBytes.Get());
+  for (unsigned nVersion : {1u, 2u}) {
+    const std::string loaded = nVersion == 1 ? "4 7/-1 5001@3 -1  -1" : "4 7/-1 5001@3 2 p -1";
+    ByteWriter hitBytes;
+    WriteHit(hitBytes, nVersion, 4);
+    DataFind used = MakeHit(1, 0, 9, "old", 6);
+    test_support::LoadAll(hitBytes.Get(), used);
+    EXPECT_EQ(Described(used), loaded) << "version " << nVersion;
+    ByteWriter listBytes;
+    WriteHit(WriteHit(listBytes.Word(nVersion).Counter(2, nVersion == 1), nVersion, 4), nVersion, 5);
+    DataFindMgr hits;
+    hits.Add(MakeHit(8, 0));
+    test_support::LoadAll(listBytes.Get(), hits);
+    ASSERT_EQ(hits.GetCount(), 3u) << "version " << nVersion;
+    EXPECT_EQ(Described(hits.GetAt(0)) + ", " + Described(hits.GetAt(1)), "8 7/-1 5001@0 -1  -1, " + loaded);
+    test_support::ExpectEveryCutThrowsEndOfFile(listBytes.Get(), [](CArchive& ar) { DataFindMgr().Serialize(ar); });
+  }
+  const test_support::Bytes huge = ByteWriter().Word(2).Counter(1ull << 40, false).Get();
+  EXPECT_THROW(test_support::Load(huge, [](CArchive& ar) { DataFindMgr().Serialize(ar); }), CArchiveException);
 }
 
 TEST(FoundWordMgrTest, WordsAreFoundAndRemovedByExactWord) {
@@ -102,10 +98,9 @@ TEST(FoundWordMgrTest, WordsAreFoundAndRemovedByExactWord) {
   for (const char* pszWord : {"Red", "red", "red"}) {
     FoundWord word;
     word.SetWord(pszWord);
-    word.SetReplace(CString(pszWord) + "!");
     words.Add(word);
   }
-  words.FindWord("red")->AddLocation(MakeHit(1, 7, -1, 5001, 0));
+  words.FindWord("red")->AddLocation(MakeHit(1, 0));
   EXPECT_EQ(words.GetAt(1).GetLocationCount(), 1u);
   EXPECT_EQ(words.FindWord("RED"), nullptr);
   words.Remove(words.GetAt(2));

@@ -16,7 +16,8 @@ namespace {
 using document_test::AddColumn;
 using document_test::Enter;
 
-// Columns Title, First year (a number), Secret (hidden from the user
+// Columns Title, First year (a number shown through its alias, a hidden
+// number column with the prefix "#"), Secret (hidden from the user
 // interface), Spare (not displayed) and Notes, in that display order.
 // Items: Dune, 1965, notes "a" CR LF "b"; Emma & Co, year 0 (shown empty);
 // Later, 2001, which the filter "First year < 2000" leaves out.
@@ -24,7 +25,11 @@ class DataMgmtExportTest : public test_support::UsLocaleTest {
  protected:
   void SetUp() override {
     UsLocaleTest::SetUp();
-    m_year.SetThousandsSep(false);
+    DataProp& yearFormat = AddColumn(m_doc, DataType::Number);
+    yearFormat.SetThousandsSep(false);
+    yearFormat.SetPrefix("#");
+    yearFormat.SetHiddenFromUI(true);
+    m_doc.SetAliasDataProp(m_year.GetID(), yearFormat.GetID());
     m_secret.SetHiddenFromUI(true);
     m_spare.SetDisplayed(false);
     const char* names[] = {"Title", "First year", "Secret", "Spare", "Notes"};
@@ -65,9 +70,9 @@ TEST_F(DataMgmtExportTest, TextFileHasAHeadingAndOneLinePerPassingItem) {
     const char* pszSeparator;
     const char* pszFile;
   } rows[] = {
-      {"\t", "Title\tFirst year\tNotes\nDune\t1965\ta b\nEmma & Co\t\t\n"},
-      {"\n", "Title\nFirst year\nNotes\nDune 1965 a b\nEmma & Co  \n"},
-      {"", "TitleFirst yearNotes\nDune1965a b\nEmma & Co\n"},
+      {"\t", "Title\tFirst year\tNotes\nDune\t#1965\ta b\nEmma & Co\t\t\n"},
+      {"\n", "Title\nFirst year\nNotes\nDune #1965 a b\nEmma & Co  \n"},
+      {"", "TitleFirst yearNotes\nDune#1965a b\nEmma & Co\n"},
   };
   for (const auto& row : rows) {
     m_doc.ExportToTextFile(m_path.c_str(), row.pszSeparator, YearBelow("2000"));
@@ -98,7 +103,7 @@ TEST_F(DataMgmtExportTest, XMLFileListsColumnsHeadingsAndEntries) {
             "    <entries>\n"
             "        <entry>\n"
             "            <Title>Dune</Title>\n"
-            "            <First_year>1965</First_year>\n"
+            "            <First_year>#1965</First_year>\n"
             "            <Notes>a b</Notes>\n"
             "        </entry>\n"
             "        <entry>\n"

@@ -2,8 +2,7 @@
 #define TESTS_DATAMGR_REPORT_REPORTARCHIVEWRITER_H_
 
 // Reports, web reports and their levels written field by field from their
-// documented layouts, the same report filled through the interface, and a
-// condition on a yes/no column.
+// documented layouts, and a condition on a yes/no column.
 
 #include "DataMgr/filter/DataFilter.h"
 #include "DataMgr/report/Report.h"
@@ -56,18 +55,6 @@ inline SortOrder Order(int nID, const char* pszName, int nColumn) {
   order.SetName(pszName);
   order.AddDataPropID(nColumn, false, true);
   return order;
-}
-
-// The report of ReportRecord(out, 6, 0, Filters(0)).
-inline void FillReport(Report& report) {
-  report.SetID(4);
-  report.SetName("R");
-  report.SetDesc("d");
-  report.SetMRUExportPath("m");
-  report.SetSortOrder(Order(2, "S", 7));
-  report.AddDataPropID(7);
-  report.AddDataPropID(3);
-  report.AddFilter(Checked(1));
 }
 
 // A level of version 2: template "t.html", sort order 1 "L" on column 5

@@ -38,25 +38,32 @@ void WriteFiles(const std::string& dir, const std::vector<const char*>& names) {
 
 }  // namespace
 
-TEST(WebReportFilesTest, TemplatesLoadAsCrLfLinesAndAMissingOneKeepsItsContent) {
+// A template that cannot be read (here the process's own memory, which
+// gives a read error) loads as empty; a missing one keeps its content.
+TEST(WebReportFilesTest, TemplatesLoadAsCrLfLines) {
   TempFolder folder;
   const CString dir = (folder.Path() + "/").c_str();
   WebReport report;
-  report.SetLevelCount(2);
-  report.GetLevel(1)->SetTemplateFile("one.html");
-  report.GetLevel(2)->SetTemplateFile("two.html");
+  report.SetLevelCount(3);
+  const char* pszNames[] = {"one.html", "two.html", "three.html"};
+  for (size_t i = 0; i < 3; ++i) report.GetLevel(i + 1)->SetTemplateFile(pszNames[i]);
   WriteRaw(folder / "two.html", "two");
+  WriteRaw(folder / "three.html", "three");
   for (const char* pszBytes : {"<p>\n</p>", "<p>\r</p>\r\n"}) {
     WriteRaw(folder / "one.html", pszBytes);
     EXPECT_TRUE(report.LoadHTMLTemplates(dir)) << pszBytes;
     EXPECT_EQ(report.GetLevel(1)->GetTemplateFileContent(), "<p>\r\n</p>\r\n") << pszBytes;
   }
-  std::filesystem::remove(folder / "two.html");
   WriteRaw(folder / "one.html", "");
+  std::filesystem::remove(folder / "two.html");
+  std::filesystem::create_symlink("/proc/self/mem", folder / "two.html");
+  std::filesystem::remove(folder / "three.html");
   EXPECT_FALSE(report.LoadHTMLTemplates(dir));
-  EXPECT_EQ(report.GetLevel(1)->GetTemplateFileContent() + report.GetLevel(2)->GetTemplateFileContent(), "two\r\n");
+  CString contents;
+  for (size_t i = 1; i <= 3; ++i) contents += report.GetLevel(i)->GetTemplateFileContent() + "|";
+  EXPECT_EQ(contents, "||three\r\n|");
   report.UnloadHTMLTemplates();
-  EXPECT_EQ(report.GetLevel(2)->GetTemplateFileContent(), "");
+  EXPECT_EQ(report.GetLevel(3)->GetTemplateFileContent(), "");
 }
 
 // The pages and thumbnails move, under the wait cursor; index2.html cannot
