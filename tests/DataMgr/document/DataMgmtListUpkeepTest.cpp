@@ -171,6 +171,7 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
     DataProp& list = AddColumn(doc, DataType::ValueListSelect, row.pszDefault);
     DataProp& alias = AddColumn(doc, DataType::ValueListSelect);
     doc.SetAliasDataProp(alias.GetID(), list.GetID());
+    doc.SetAliasDataProp(list.GetID(), list.GetID());  // listed, and looked at, twice
     Fill(doc, list, {"red", "blue", "green"});
     DataItem& red = *doc.GetDataItemMgr().GetAt(1);
     DataItem& blue = *doc.GetDataItemMgr().GetAt(2);
@@ -191,7 +192,7 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
 
     std::vector<int> touched = {99};
     doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
-    EXPECT_EQ(touched, std::vector<int>({list.GetID(), alias.GetID()})) << row.pszDefault;
+    EXPECT_EQ(touched, std::vector<int>({list.GetID(), list.GetID(), alias.GetID()})) << row.pszDefault;
     EXPECT_EQ(Shown(doc, blue, list), row.pszReplaced) << row.pszDefault;
     EXPECT_EQ(Shown(doc, blue, alias), row.pszReplaced) << row.pszDefault;
     std::vector<int> earlier;
