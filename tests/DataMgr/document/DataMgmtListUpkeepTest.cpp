@@ -106,6 +106,10 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
       // A list kept sorted places each new entry by its text; an empty text names none.
       {DataType::Text, DataType::ValueListSuggested, "", {"a", "c", "b", "c", ""}, true, {"a", "c", "b", "c", ""},
        {false, false, false, false, false}, {"a", "b", "c"}, {1, 1, 2}, {}, true},
+      // Each text is looked for as typed: "01" and "001" each make a new "1",
+      // sorted before the older ones, and "1" finds the first of them.
+      {DataType::ValueListSuggested, DataType::NumberListSuggested, "", {"01", "001", "1"}, true, {"1", "1", "1"},
+       {false, false, false}, {"1", "1", "1", "1"}, {2, 1, 0, 0}, {{0, 2}, {1, 3}, {2, 3}}, true},
       {DataType::YesNo, DataType::Number, "42", {"yes", "no"}, true, {"42", "42"}, {false, false}, {}, {}, {}},
       // No value kind: the first item's cell is gone, the rest untouched.
       {DataType::Text, DataType::Icon, "", {"a", "b"}, false, {"", ""}, {false, true}, {}, {}, {}},
