@@ -231,9 +231,10 @@ class VAXO057_API DataMgmt {
 
   // Turns application column nAppID into a user column with a new ID, in
   // the same place of the display order, its values moved to the new ID in
-  // every item. Sub-items keep their values under the old ID, where they no
-  // longer count as usages of the column's entries. The new ID, or -1 when
-  // no application column has ID nAppID.
+  // every item. Sub-items are not visited: their values stay under the old
+  // ID, and the usages they gave to the column's entries stay counted until
+  // ResetUsageCounters. The new ID, or -1 when no application column has ID
+  // nAppID.
   int MakeAppDataPropIntoUserDefined(int nAppID);
   // The mirror: user column nUserID becomes the application column nAppID.
   // nAppID, or -1 when no user column has ID nUserID or when nAppID is no

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "DataMgr/schema/ValueCodec.h"
-
 // The column moves as a copy: the registry deletes the original and takes
 // the copy over under its new ID.
 int DataMgmt::MakeAppDataPropIntoUserDefined(int nAppID) {
@@ -40,8 +38,8 @@ int DataMgmt::MakeUserDataPropIntoAppDefined(int nUserID, int nAppID) {
   return nAppID;
 }
 
-// Sub-items keep their cells under the old ID, where no column reaches
-// them any more: the usages they gave to the column's entries are released.
+// Only items are visited: a sub-item keeps its cell under the old ID, where
+// no column reaches it, and the usage it gave to an entry stays counted.
 void DataMgmt::MoveColumnValues(DataProp& prop, std::vector<int>& order, int nFromID) {
   const int nToID = prop.GetID();
   const auto found = std::find(order.begin(), order.end(), nFromID);
@@ -49,17 +47,8 @@ void DataMgmt::MoveColumnValues(DataProp& prop, std::vector<int>& order, int nFr
     *found = nToID;
     m_dataPropMgr.SetDisplayOrder(order);
   }
-  const ValueCodec& codec = ValueCodec::For(prop.GetDataType());
   for (size_t i = 0; i < m_dataItemMgr.GetCount(); ++i) {
     DataItem& item = *m_dataItemMgr.GetAt(i);
     if (item.HaveDataProp(nFromID)) item.MoveData(nFromID, nToID);
-    if (!codec.IsEntryType()) continue;
-    const DataSubItemMgr& subItems = item.GetSubItemsMgr();
-    for (size_t j = 0; j < subItems.GetCount(); ++j) {
-      const DataSubItem& subItem = *subItems.GetAt(j);
-      int nEntryID = -1;
-      if (subItem.HaveDataProp(nFromID)) subItem.GetData(nFromID, nEntryID);
-      codec.ChangeEntryUsage(prop, nEntryID, false);
-    }
   }
 }

@@ -41,7 +41,7 @@ void DataMgmt::DoListItemsModified(DataProp& prop, const std::vector<int>& modif
   touchedColumnIDs.clear();
   touchedColumnIDs.push_back(prop.GetID());
   for (const auto& alias : m_mapAliasDataProps) {
-    if (alias.second == prop.GetID() && alias.first != prop.GetID()) touchedColumnIDs.push_back(alias.first);
+    if (alias.second == prop.GetID()) touchedColumnIDs.push_back(alias.first);
   }
   // Which list the entry that record's cell of column nID refers to is in;
   // a cell that refers to a removed entry is replaced.

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "DataMgr/schema/Address.h"
 #include "DataMgr/schema/ListItem.h"
@@ -56,13 +57,17 @@ class ListEntryIndex {
 
   // The ID of the entry of that text; -1 when there is none and not
   // bCreate. A created entry is placed again by its value when the column
-  // keeps its entries sorted.
+  // keeps its entries sorted, which can put it before an older entry of the
+  // text it took on ("01" becoming "1"): that text then finds the new one.
   int Find(const CString& text, bool bCreate) {
     const auto found = m_mapIDs.find(text.GetStdString());
     if (found != m_mapIDs.end()) return found->second;
     if (!bCreate) return -1;
     const int nID = Create(text);
-    if (m_prop.GetKeepListItemsSorted()) m_prop.SetKeepListItemsSorted(true);
+    if (nID < 0 || !m_prop.GetKeepListItemsSorted()) return nID;
+    m_prop.SetKeepListItemsSorted(true);
+    const CString stored = m_prop.GetListItemByID(nID)->GetTextRepresentation();
+    m_mapIDs[stored.GetStdString()] = std::as_const(m_prop).GetListItemByValue(stored)->GetID();
     return nID;
   }
   // A new entry of that text, at the end or in its place by value.

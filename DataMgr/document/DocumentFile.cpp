@@ -71,7 +71,7 @@ const char* CauseText(DocumentFile::Cause nCause) {
     case DocumentFile::CutShort:
       return "the file ends before the document does";
     case DocumentFile::Damaged:
-      return "the file is Damaged or holds no document";
+      return "the file is damaged or holds no document";
     case DocumentFile::NewerVersion:
       return "the document was written by a newer version of the library";
     default:
@@ -91,9 +91,12 @@ bool ReadToEnd(int fd, std::vector<BYTE>& bytes) {
   }
 }
 
-void EmptyDocument(DataMgmt& doc) {
+// No columns, no records, no export path; the registry keeps nRegistryID
+// whatever a failed load read into it.
+void EmptyDocument(DataMgmt& doc, int nRegistryID) {
   doc.DeleteAll(true, false);
   doc.SetMRUExportPath(CString());
+  doc.GetDataPropMgr().SetID(nRegistryID);
 }
 
 }  // namespace
@@ -167,14 +170,15 @@ bool DocumentFile::WriteAndReplace(const CString& target, const std::vector<BYTE
 
 bool DocumentFile::Load(DataMgmt& doc) {
   Begin(false);
-  EmptyDocument(doc);
+  const int nRegistryID = doc.GetDataPropMgr().GetID();
+  EmptyDocument(doc, nRegistryID);
   std::vector<BYTE> bytes;
   if (!ReadWhole(bytes)) return false;
   m_nFileSize = bytes.size();
   // The document's version word, little-endian, opens the file.
   if (bytes.size() >= 2 && (bytes[0] | bytes[1] << 8) > DataMgmt::CURRENT_VERSION) return Fail(NewerVersion);
   if (LoadBytes(doc, std::move(bytes))) return true;
-  EmptyDocument(doc);
+  EmptyDocument(doc, nRegistryID);
   return false;
 }
 

@@ -23,10 +23,10 @@
 // after the target with ".~" and six characters appended.
 //
 // Load reads the whole file into the document. A file that is missing,
-// unreadable, cut short, Damaged or written by a newer version of the
+// unreadable, cut short, damaged or written by a newer version of the
 // library leaves the document empty (no columns, no records, no export
-// path; the alias map is kept) and is reported with the byte offset at
-// which loading stopped.
+// path; the alias map and the registry's ID are kept) and is reported with
+// the byte offset at which loading stopped.
 //
 // Neither throws: every archive fault and every failure of the system ends
 // in false and a cause.
@@ -60,8 +60,8 @@ class VAXO057_API DocumentFile {
   // A symbolic link is written through; a replaced file keeps its
   // permission bits, a new one gets those of the process's file mask.
   bool Save(DataMgmt& doc);
-  // Replaces doc's columns, records and export path by the file's; false,
-  // with doc emptied, on failure.
+  // Replaces doc's columns, records, export path and registry ID by the
+  // file's; false, with doc emptied, on failure.
   bool Load(DataMgmt& doc);
 
   // The outcome of the last Save or Load: None after success.

@@ -43,16 +43,13 @@ double ReadDecimal(const CString& text, bool bFractional) {
   return bFractional ? NumberTextConv::FractionToDouble(text) : NumberTextConv::GetDoubleFromString(text, false);
 }
 
-// The number of a number-with-text default put back into its text part:
-// "Vol. 03" gives "Vol. 3", "Part IV" gives "Part 4".
+// The number of a number-with-text default, written alone: "Vol. 03" gives
+// "3", "Part IV" gives "4"; the text part is dropped.
 CString NumberWithTextDefault(const CString& text, bool bAllowRoman) {
   bool bAlone = false;
   CString strRest;
   const int nNumber = NumberTextConv::ParseNumber(text, bAlone, strRest, bAllowRoman);
-  const CString strNumber = NumberTextConv::NumberToString(nNumber, false, 0, CString());
-  if (bAlone) return strNumber;
-  strRest.Replace("%d", strNumber);
-  return strRest;
+  return NumberTextConv::NumberToString(nNumber, false, 0, CString());
 }
 
 template <typename T>
@@ -357,8 +354,8 @@ class WebSiteCodec final : public TextCodec {
 };
 
 // A number with text: a column added to existing records fills them with
-// the number of its default put back into the text part; a fresh record
-// takes the default as it is.
+// the number of its default alone; a fresh record takes the default as it
+// is.
 class NumberWithTextCodec final : public TextCodec {
  public:
   explicit NumberWithTextCodec(bool bAllowRoman) : m_bAllowRoman(bAllowRoman) {}

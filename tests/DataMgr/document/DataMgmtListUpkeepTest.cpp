@@ -106,6 +106,10 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
       // A list kept sorted places each new entry by its text; an empty text names none.
       {DataType::Text, DataType::ValueListSuggested, "", {"a", "c", "b", "c", ""}, true, {"a", "c", "b", "c", ""},
        {false, false, false, false, false}, {"a", "b", "c"}, {1, 1, 2}, {}, true},
+      // Each text is looked for as typed: "01" and "001" each make a new "1",
+      // sorted before the older ones, and "1" finds the first of them.
+      {DataType::ValueListSuggested, DataType::NumberListSuggested, "", {"01", "001", "1"}, true, {"1", "1", "1"},
+       {false, false, false}, {"1", "1", "1", "1"}, {2, 1, 0, 0}, {{0, 2}, {1, 3}, {2, 3}}, true},
       {DataType::YesNo, DataType::Number, "42", {"yes", "no"}, true, {"42", "42"}, {false, false}, {}, {}, {}},
       // No value kind: the first item's cell is gone, the rest untouched.
       {DataType::Text, DataType::Icon, "", {"a", "b"}, false, {"", ""}, {false, true}, {}, {}, {}},
@@ -171,6 +175,7 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
     DataProp& list = AddColumn(doc, DataType::ValueListSelect, row.pszDefault);
     DataProp& alias = AddColumn(doc, DataType::ValueListSelect);
     doc.SetAliasDataProp(alias.GetID(), list.GetID());
+    doc.SetAliasDataProp(list.GetID(), list.GetID());  // listed, and looked at, twice
     Fill(doc, list, {"red", "blue", "green"});
     DataItem& red = *doc.GetDataItemMgr().GetAt(1);
     DataItem& blue = *doc.GetDataItemMgr().GetAt(2);
@@ -191,7 +196,7 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
 
     std::vector<int> touched = {99};
     doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
-    EXPECT_EQ(touched, std::vector<int>({list.GetID(), alias.GetID()})) << row.pszDefault;
+    EXPECT_EQ(touched, std::vector<int>({list.GetID(), list.GetID(), alias.GetID()})) << row.pszDefault;
     EXPECT_EQ(Shown(doc, blue, list), row.pszReplaced) << row.pszDefault;
     EXPECT_EQ(Shown(doc, blue, alias), row.pszReplaced) << row.pszDefault;
     std::vector<int> earlier;
@@ -261,7 +266,7 @@ TEST_F(DataMgmtListUpkeepTest, ColumnsMoveBetweenApplicationAndUserIDs) {
   EXPECT_EQ(Shown(doc, item, moved), "red");
   EXPECT_FALSE(item.HaveDataProp(2));
   EXPECT_TRUE(subItem.HaveDataProp(2));           // sub-items are not visited
-  EXPECT_EQ(KeptCounts(moved), std::vector<int>({1}));  // and their usage is released
+  EXPECT_EQ(KeptCounts(moved), std::vector<int>({2}));  // and their usage stays counted
 
   EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(nUser, 2), 2);
   EXPECT_EQ(displayOrder(), std::vector<int>({nMoved, 2}));
@@ -291,14 +296,14 @@ std::vector<const char*> TypedValues(DataType::Type nType) {
   return found != typed.end() ? found->second : std::vector<const char*>({"red", "Red", "12", ""});
 }
 
-// Every column's entry counts, column by column.
-std::vector<std::vector<int>> AllCounts(const DataMgmt& doc) {
-  std::vector<std::vector<int>> counts;
+// Every column's entry counts, by column ID.
+std::map<int, std::vector<int>> AllCounts(const DataMgmt& doc) {
+  std::map<int, std::vector<int>> counts;
   const DataPropMgr& props = doc.GetDataPropMgr();
   for (size_t i = 0; i < props.GetAppCount(); ++i) {
-    if (props.GetAppAt(i) != nullptr) counts.push_back(KeptCounts(*props.GetAppAt(i)));
+    if (props.GetAppAt(i) != nullptr) counts[props.GetAppAt(i)->GetID()] = KeptCounts(*props.GetAppAt(i));
   }
-  for (size_t i = 0; i < props.GetUserCount(); ++i) counts.push_back(KeptCounts(*props.GetUserAt(i)));
+  for (size_t i = 0; i < props.GetUserCount(); ++i) counts[props.GetUserAt(i)->GetID()] = KeptCounts(*props.GetUserAt(i));
   return counts;
 }
 
@@ -320,10 +325,11 @@ std::vector<std::string> AllCells(const DataMgmt& doc) {
 
 // For every pair of types a column may change between: a document with
 // values of the column, of a list and of a column aliased to the list, in
-// items and sub-items, goes through a type change, a removed list entry,
-// the column's moves to an application ID and back to a user ID, and the
-// change back when allowed. After it, a recount finds the counts the
-// document held, and every cell shows the same text once saved and loaded.
+// items and sub-items, goes through a type change and a removed list entry,
+// after which a recount finds the counts the document held; then through the
+// column's moves to an application ID and back to a user ID, which change no
+// count, and the change back when allowed. Every cell shows the same text
+// once saved and loaded.
 TEST_F(DataMgmtListUpkeepTest, CountsAndTextsHoldThroughTypeChangesEditsAndMoves) {
   const char* const LIST[] = {"red", "blue", "green"};
   for (int nFrom = DataType::YesNo; nFrom <= DataType::Icon; ++nFrom) {
@@ -358,14 +364,16 @@ TEST_F(DataMgmtListUpkeepTest, CountsAndTextsHoldThroughTypeChangesEditsAndMoves
       list.DeleteListItem(list.GetListItemByValue("blue"));
       std::vector<int> touched;
       doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
-      const int nApp = doc.MakeUserDataPropIntoAppDefined(pColumn->GetID(), 3);
-      pColumn = doc.GetDataPropMgr().GetByID(doc.MakeAppDataPropIntoUserDefined(nApp));
-      ASSERT_NE(pColumn, nullptr) << name;
-      if (DataType::CanConvertBetween(to, from)) ChangeType(doc, *pColumn, from, entryIDMap);
-
-      const std::vector<std::vector<int>> held = AllCounts(doc);
+      std::map<int, std::vector<int>> held = AllCounts(doc);
       doc.ResetUsageCounters();
       EXPECT_EQ(AllCounts(doc), held) << name;
+      const int nColumn = pColumn->GetID();
+      const int nMoved = doc.MakeAppDataPropIntoUserDefined(doc.MakeUserDataPropIntoAppDefined(nColumn, 3));
+      held[nMoved] = held[nColumn];
+      held.erase(nColumn);
+      EXPECT_EQ(AllCounts(doc), held) << name;
+      pColumn = doc.GetDataPropMgr().GetByID(nMoved);
+      if (DataType::CanConvertBetween(to, from)) ChangeType(doc, *pColumn, from, entryIDMap);
       DataMgmt loaded;
       loaded.SetAliasDataProp(nAlias, list.GetID());
       test_support::LoadAll(test_support::Store([&](CArchive& ar) { doc.Serialize(ar); }), loaded);

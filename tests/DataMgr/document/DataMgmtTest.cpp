@@ -135,7 +135,8 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
       {DataType::YesNo, "yes", "Y", "Y", {0, 0}, {0, 0}},
       {DataType::Number, "42", "42", "42", {0, 0}, {0, 0}},
       {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011", {0, 0}, {0, 0}},
-      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "Vol. 3", {0, 0}, {0, 0}},
+      {DataType::NumberWithText, "Vol. 03", "Vol. 03", "3", {0, 0}, {0, 0}},  // the number alone
+      {DataType::NumberWithRomanOrText, "Part IV", "Part IV", "4", {0, 0}, {0, 0}},
       {DataType::AddressBookSuggested, "ann", "Ann", "Zed", {0, 1}, {1, 0}},  // "ann" reads as ID 0
       {DataType::AddressBookSelect, "5", "5", "", {0, 0, 1}, {0, 0}},  // no address has ID 5
       {DataType::AddressBookSelect, "-1", "", "", {0, 0}, {0, 0}},

@@ -42,8 +42,9 @@ Bytes Stored(DataMgmt& doc) {
 }
 
 // A document of nItems items with a text, a number and a list value each;
-// nSeed makes two documents differ in every item.
+// nSeed, also its registry ID, makes two documents differ in every item.
 void Fill(DataMgmt& doc, int nItems, int nSeed) {
+  doc.GetDataPropMgr().SetID(nSeed);
   const DataProp& text = AddColumn(doc, DataType::Text);
   const DataProp& number = AddColumn(doc, DataType::Number);
   const DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
@@ -56,9 +57,10 @@ void Fill(DataMgmt& doc, int nItems, int nSeed) {
   }
 }
 
-bool IsEmptyDocument(const DataMgmt& doc) {
+// No records, no columns, no export path, and the registry ID it had.
+bool IsEmptyDocument(const DataMgmt& doc, int nRegistryID) {
   return doc.GetDataItemMgr().IsEmpty() && doc.GetDataPropMgr().GetUserCount() == 0 &&
-         doc.GetMRUExportPath().IsEmpty();
+         doc.GetMRUExportPath().IsEmpty() && doc.GetDataPropMgr().GetID() == nRegistryID;
 }
 
 // The regular files in folder.
@@ -218,18 +220,22 @@ TEST_F(DocumentFileTest, FailedLoadsLeaveTheDocumentEmptyAndSayWhere) {
     Bytes bytes;  // written to path when not empty
     DocumentFile::Cause nCause;
     ULONGLONG nOffset;
+    const char* pszSaid;  // the cause as the message gives it
     const char* pszRow;
   } rows[] = {
-      {m_folder / "none.dat", {}, DocumentFile::NotFound, 0, "no such file"},
-      {folderPath, {}, DocumentFile::NotAFile, 0, "a folder"},
-      {m_folder / "short.dat", test_support::ShrinkSize(saved, 1), DocumentFile::CutShort, 1, "one byte"},
+      {m_folder / "none.dat", {}, DocumentFile::NotFound, 0, ": the file does not exist (", "no such file"},
+      {folderPath, {}, DocumentFile::NotAFile, 0, ": the path names a folder", "a folder"},
+      {m_folder / "short.dat", test_support::ShrinkSize(saved, 1), DocumentFile::CutShort, 1,
+       ": the file ends before the document does at byte 1 of 1", "one byte"},
       {m_folder / "tail.dat", test_support::ByteWriter().Raw(saved).Byte(0).Get(), DocumentFile::Damaged,
-       saved.size(), "a byte after the end"},
+       saved.size(), ": the file is damaged or holds no document at byte", "a byte after the end"},
       {m_folder / "newer.dat", test_support::SetByte(saved, 0, DataMgmt::CURRENT_VERSION + 1),
-       DocumentFile::NewerVersion, 0, "newer version"},
+       DocumentFile::NewerVersion, 0, ": the document was written by a newer version of the library at byte 0",
+       "newer version"},
       // The export path's length 0xFF, 0xFFFE: a form no archive writes.
       {m_folder / "bad.dat", test_support::ByteWriter().Word(4).Byte(0xFF).Word(0xFFFE).Get(),
-       DocumentFile::Damaged, 5, "impossible text length"},
+       DocumentFile::Damaged, 5, ": the file is damaged or holds no document at byte 5 of 5",
+       "impossible text length"},
   };
   for (const auto& row : rows) {
     if (!row.bytes.empty()) WriteRaw(row.path, std::string(row.bytes.begin(), row.bytes.end()));
@@ -239,7 +245,8 @@ TEST_F(DocumentFileTest, FailedLoadsLeaveTheDocumentEmptyAndSayWhere) {
     EXPECT_FALSE(file.Load(doc)) << row.pszRow;
     EXPECT_EQ(file.GetCause(), row.nCause) << row.pszRow << ": " << file.GetMessage();
     EXPECT_EQ(file.GetOffset(), row.nOffset) << row.pszRow;
-    EXPECT_TRUE(IsEmptyDocument(doc)) << row.pszRow;
+    EXPECT_NE(file.GetMessage().Find(row.pszSaid), -1) << row.pszRow << ": " << file.GetMessage();
+    EXPECT_TRUE(IsEmptyDocument(doc, 5)) << row.pszRow;
   }
 }
 
@@ -254,7 +261,7 @@ TEST_F(DocumentFileTest, FileCutAtEveryByteLoadsNothing) {
     EXPECT_FALSE(file.Load(doc)) << "cut at " << nCut;
     EXPECT_EQ(file.GetCause(), DocumentFile::CutShort) << "cut at " << nCut;
     EXPECT_LE(file.GetOffset(), nCut) << "cut at " << nCut;
-    EXPECT_TRUE(IsEmptyDocument(doc)) << "cut at " << nCut;
+    EXPECT_TRUE(IsEmptyDocument(doc, 0)) << "cut at " << nCut;
   }
 }
 
