@@ -71,7 +71,7 @@ const char* CauseText(DocumentFile::Cause nCause) {
     case DocumentFile::CutShort:
       return "the file ends before the document does";
     case DocumentFile::Damaged:
-      return "the file is Damaged or holds no document";
+      return "the file is damaged or holds no document";
     case DocumentFile::NewerVersion:
       return "the document was written by a newer version of the library";
     default:

@@ -23,7 +23,7 @@
 // after the target with ".~" and six characters appended.
 //
 // Load reads the whole file into the document. A file that is missing,
-// unreadable, cut short, Damaged or written by a newer version of the
+// unreadable, cut short, damaged or written by a newer version of the
 // library leaves the document empty (no columns, no records, no export
 // path; the alias map is kept) and is reported with the byte offset at
 // which loading stopped.
