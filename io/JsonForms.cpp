@@ -319,14 +319,17 @@ Money ReadMoney(const InJson& value, const std::string& path) {
   if (fraction.size() > nDigits) {
     Fail(path, "more fractional digits than the currency's " + std::to_string(nDigits));
   }
-  const ULONGLONG nMaxWhole = std::numeric_limits<ULONGLONG>::max() / Money::GetScale() - 1;
-  if (whole.size() > 19 || std::stoull(whole) > nMaxWhole ||
-      std::stoull(whole) > static_cast<ULONGLONG>(std::numeric_limits<__int64>::max())) {
+  // whole * scale + fraction must fit the magnitude, and whole an __int64.
+  const ULONGLONG nScale = Money::GetScale();
+  const std::string digits = fraction + std::string(nDigits - fraction.size(), '0');
+  const ULONGLONG nFraction = digits.empty() ? 0 : std::stoull(digits);
+  const ULONGLONG nMax = std::numeric_limits<ULONGLONG>::max();
+  if (whole.size() > 19 || std::stoull(whole) > static_cast<ULONGLONG>(std::numeric_limits<__int64>::max()) ||
+      std::stoull(whole) > (nMax - nFraction) / nScale) {
     Fail(path, "the amount is too large");
   }
   Money amount;
-  amount.Set(CString(whole + std::string(LocaleUtils::GetCurrencyDecimalSeparator()) + fraction +
-                     std::string(nDigits - fraction.size(), '0')));
+  amount.Set(CString(whole + std::string(LocaleUtils::GetCurrencyDecimalSeparator()) + digits));
   if (bNegative) amount.MakeNegative();
   return amount;
 }
