@@ -44,6 +44,14 @@ std::string ExportThroughFile(Export exportTo) {
   return text;
 }
 
+// An output that is the input file itself would replace what is read.
+void RefuseOverwriting(const std::string& output, const std::string& input) {
+  std::error_code code;
+  if (!output.empty() && std::filesystem::equivalent(output, input, code)) {
+    throw CommandError(EXIT_USAGE, "-o " + Quoted(output) + " is the input file itself");
+  }
+}
+
 std::string Extension(const std::string& path) {
   std::string extension = std::filesystem::path(path).extension().string();
   std::transform(extension.begin(), extension.end(), extension.begin(),
@@ -101,6 +109,7 @@ int Demo(const std::string& file) {
 }
 
 int Export(const ExportOptions& options) {
+  RefuseOverwriting(options.output, options.file);
   DataMgmt doc;
   DataFilterMgr filters;
   LoadSelecting(options.file, options.selection, doc, filters);
@@ -128,6 +137,7 @@ int Import(const ImportOptions& options) {
     throw CommandError(EXIT_USAGE, "cannot tell the format of " + Quoted(options.input) +
                                        " by its name: give --format csv or --format json");
   }
+  RefuseOverwriting(options.output, options.input);
   const std::string text = ReadInput(options.input);
   DataMgmt doc;
   if (format == "csv") {

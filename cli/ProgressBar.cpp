@@ -26,10 +26,14 @@ Progress ProgressBar::Callback() {
 
 void ProgressBar::Show(size_t nDone, size_t nTotal) {
   const auto now = std::chrono::steady_clock::now();
-  if (now - m_start < DELAY || (m_bDrawn && now - m_lastDrawn < REDRAW) || nTotal == 0) return;
-  const size_t nFilled = BAR_WIDTH * nDone / nTotal;
-  std::fprintf(stderr, "\r%s [%s%s] %3zu%%", m_label.c_str(), std::string(nFilled, '#').c_str(),
-               std::string(BAR_WIDTH - nFilled, '.').c_str(), 100 * nDone / nTotal);
+  if (now - m_start < DELAY || (m_bDrawn && now - m_lastDrawn < REDRAW)) return;
+  if (nTotal == 0) {
+    std::fprintf(stderr, "\r%s %zu", m_label.c_str(), nDone);
+  } else {
+    const size_t nFilled = BAR_WIDTH * nDone / nTotal;
+    std::fprintf(stderr, "\r%s [%s%s] %3zu%%", m_label.c_str(), std::string(nFilled, '#').c_str(),
+                 std::string(BAR_WIDTH - nFilled, '.').c_str(), 100 * nDone / nTotal);
+  }
   std::fflush(stderr);
   m_bDrawn = true;
   m_lastDrawn = now;

@@ -8,7 +8,8 @@
 
 // A progress bar on standard error for work that takes longer than a
 // second, drawn only when standard error is a terminal; it clears its line
-// when it goes. One bar per piece of work.
+// when it goes. While the units in all are not known, it shows the count
+// done. One bar per piece of work.
 class ProgressBar {
  public:
   explicit ProgressBar(std::string label);

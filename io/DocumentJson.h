@@ -33,7 +33,9 @@ class VAXO057IO_API DocumentJson {
   // False, with doc unchanged, when the text is no JSON of a document:
   // error then says where and why, as one line ("at /items/3/values/5001:
   // expected a whole number", "line 2, column 7: syntax error ..."). progress
-  // counts items.
+  // counts items; their count is known only at the end. A JSON whose
+  // members come in the writer's order is read item by item, so that the
+  // parsed text of all items never lives at once.
   static bool Read(const std::string& text, DataMgmt& doc, CString& error, const Progress& progress = Progress());
 };
 

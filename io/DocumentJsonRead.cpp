@@ -85,8 +85,64 @@ class DocumentBuilder {
  public:
   DocumentBuilder(DataMgmt& doc, const Progress& progress) : m_doc(doc), m_progress(progress) {}
 
-  void Read(const InJson& root) {
+  // The parser's callback. Members other than the items are put aside.
+  // Once every member that the writer puts before the items is known when
+  // the items begin, each item is built as soon as it is parsed and then
+  // dropped, so that the whole tree of items never lives at once; else the
+  // items stay in the tree for Finish.
+  bool OnParse(int nDepth, InJson::parse_event_t nEvent, InJson& parsed) {
+    using Event = InJson::parse_event_t;
+    if (nDepth == 1 && nEvent == Event::key) {
+      m_key = parsed.get<std::string>();
+      if (m_key == "items" && m_bItemsSeen) Fail("/items", "the items come twice");
+      m_bInItems = m_key == "items";
+      m_bItemsSeen = m_bItemsSeen || m_bInItems;
+      if (m_bInItems && !m_bStreaming && HasWholeHead()) {
+        ReadHead();
+        m_bStreaming = true;
+      }
+      return true;
+    }
+    if (nDepth == 1 && m_bInItems) {
+      if (nEvent == Event::array_start) m_bItemsArray = true;
+      return true;
+    }
+    const bool bMemberEnds = nEvent == Event::value || nEvent == Event::array_end || nEvent == Event::object_end;
+    if (nDepth == 1 && bMemberEnds) {
+      m_head[m_key] = std::move(parsed);
+      return false;
+    }
+    // Any element of the items, so that one that is no object is refused
+    // at its own index.
+    if (nDepth == 2 && bMemberEnds && m_bInItems && m_bItemsArray && m_bStreaming) {
+      ReadItem(parsed, m_nItems++);
+      return false;
+    }
+    return true;
+  }
+
+  // Reads what the parse left: the head, unless it was read, and the items
+  // kept in the tree.
+  void Finish(const InJson& root) {
     NeedObject(root, "");
+    if (!m_bStreaming) ReadHead();
+    const InJson& items = ArrayOf(root, "items", "");
+    for (size_t i = 0; i < items.size(); ++i) ReadItem(items[i], m_nItems++);
+    if (m_progress) m_progress(m_nItems, m_nItems);
+  }
+
+ private:
+  // The members that the writer puts before the items.
+  bool HasWholeHead() const {
+    for (const char* pszKey :
+         {"format", "version", "exportPath", "registryID", "displayOrder", "applicationColumns", "userColumns"}) {
+      if (!m_head.contains(pszKey)) return false;
+    }
+    return true;
+  }
+
+  void ReadHead() {
+    const InJson& root = m_head;
     const InJson& format = Need(root, "format", "");
     if (!format.is_string() || format.get<std::string>() != DocumentJson::FORMAT_NAME) {
       Fail("/format", std::string("expected \"") + DocumentJson::FORMAT_NAME + "\"");
@@ -98,10 +154,8 @@ class DocumentBuilder {
     }
     m_doc.SetMRUExportPath(TextOr(root, "exportPath", ""));
     ReadColumns(root);
-    ReadItems(ArrayOf(root, "items", ""));
   }
 
- private:
   void ReadColumns(const InJson& root) {
     DataPropMgr& registry = m_doc.GetDataPropMgr();
     const InJson& slots = ArrayOf(root, "applicationColumns", "");
@@ -285,34 +339,30 @@ class DocumentBuilder {
     return pAddress;
   }
 
-  void ReadItems(const InJson& items) {
-    DataItemMgr& itemMgr = m_doc.GetDataItemMgr();
-    for (size_t i = 0; i < items.size(); ++i) {
-      const std::string path = "/items/" + std::to_string(i);
-      const InJson& value = items[i];
-      NeedObject(value, path);
-      DataItem& item = *itemMgr.Create(nullptr, true, false);
-      item.SetID(json_forms::ReadInt(Need(value, "id", path), path + "/id"));
-      ReadValues(value, item, path);
-      DataSubItemMgr& subItems = item.GetSubItemsMgr();
-      const InJson& subs = ArrayOf(value, "subItems", path);
-      for (size_t s = 0; s < subs.size(); ++s) {
-        const std::string subPath = path + "/subItems/" + std::to_string(s);
-        NeedObject(subs[s], subPath);
-        DataSubItem& subItem = *subItems.Create(nullptr, true, false);
-        subItem.SetID(json_forms::ReadInt(Need(subs[s], "id", subPath), subPath + "/id"));
-        const InJson* pParent = Find(subs[s], "parentID");
-        subItem.SetParentID(pParent == nullptr ? item.GetID() : json_forms::ReadInt(*pParent, subPath + "/parentID"));
-        ReadValues(subs[s], subItem, subPath);
-      }
-      if (const InJson* pSort = Find(value, "sortSubItems")) {
-        subItems.SetSort(json_forms::ReadBool(*pSort, path + "/sortSubItems"));
-      }
-      const InJson* pModified = Find(value, "modified");
-      item.SetLastModified(pModified == nullptr ? DateTime()
-                                                : json_forms::ReadDateTime(*pModified, path + "/modified"));
-      if (m_progress && ((i + 1) % PROGRESS_STEP == 0 || i + 1 == items.size())) m_progress(i + 1, items.size());
+  void ReadItem(const InJson& value, size_t nIndex) {
+    const std::string path = "/items/" + std::to_string(nIndex);
+    NeedObject(value, path);
+    DataItem& item = *m_doc.GetDataItemMgr().Create(nullptr, true, false);
+    item.SetID(json_forms::ReadInt(Need(value, "id", path), path + "/id"));
+    ReadValues(value, item, path);
+    DataSubItemMgr& subItems = item.GetSubItemsMgr();
+    const InJson& subs = ArrayOf(value, "subItems", path);
+    for (size_t s = 0; s < subs.size(); ++s) {
+      const std::string subPath = path + "/subItems/" + std::to_string(s);
+      NeedObject(subs[s], subPath);
+      DataSubItem& subItem = *subItems.Create(nullptr, true, false);
+      subItem.SetID(json_forms::ReadInt(Need(subs[s], "id", subPath), subPath + "/id"));
+      const InJson* pParent = Find(subs[s], "parentID");
+      subItem.SetParentID(pParent == nullptr ? item.GetID() : json_forms::ReadInt(*pParent, subPath + "/parentID"));
+      ReadValues(subs[s], subItem, subPath);
     }
+    if (const InJson* pSort = Find(value, "sortSubItems")) {
+      subItems.SetSort(json_forms::ReadBool(*pSort, path + "/sortSubItems"));
+    }
+    const InJson* pModified = Find(value, "modified");
+    item.SetLastModified(pModified == nullptr ? DateTime() : json_forms::ReadDateTime(*pModified, path + "/modified"));
+    // The count of items is known only at the end.
+    if (m_progress && (nIndex + 1) % PROGRESS_STEP == 0) m_progress(nIndex + 1, 0);
   }
 
   void ReadValues(const InJson& owner, Data& record, const std::string& ownerPath) const {
@@ -342,6 +392,13 @@ class DocumentBuilder {
   DataMgmt& m_doc;
   const Progress& m_progress;
   std::unordered_map<int, DataType::Type> m_types;
+  InJson m_head = InJson::object();  // the members other than the items
+  std::string m_key;                 // of the member being parsed
+  bool m_bInItems = false;
+  bool m_bItemsSeen = false;
+  bool m_bItemsArray = false;
+  bool m_bStreaming = false;
+  size_t m_nItems = 0;
 };
 
 // nlohmann's message without its "[json.exception...] " tag.
@@ -355,9 +412,12 @@ std::string Untagged(const char* pszWhat) {
 
 bool DocumentJson::Read(const std::string& text, DataMgmt& doc, CString& error, const Progress& progress) {
   try {
-    const InJson root = InJson::parse(text);
     DataMgmt scratch;
-    DocumentBuilder(scratch, progress).Read(root);
+    DocumentBuilder builder(scratch, progress);
+    const InJson root = InJson::parse(text, [&](int nDepth, InJson::parse_event_t nEvent, InJson& parsed) {
+      return builder.OnParse(nDepth, nEvent, parsed);
+    });
+    builder.Finish(root);
     // Loading the built document's archive rebuilds what loading a file
     // rebuilds (the counters of the next item, sub-item, address and user
     // column IDs), so that the result is the document its file would give.

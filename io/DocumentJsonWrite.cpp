@@ -82,7 +82,41 @@ class DocumentWriter {
   DocumentWriter(const DataMgmt& doc, const Progress& progress)
       : m_doc(doc), m_progress(progress), m_types(json_forms::CollectColumnTypes(doc.GetDataPropMgr())) {}
 
-  OutJson Write() const {
+  // Everything but the items as one tree, printed; then each item printed
+  // on its own into the items array, so that one item's tree lives at a
+  // time. The text is what printing the whole tree would give.
+  std::string Write(bool bIndent) const {
+    std::string text = WriteHead().dump(bIndent ? 2 : -1);
+    const DataItemMgr& items = m_doc.GetDataItemMgr();
+    if (items.IsEmpty()) return text;
+    // The head ends with the empty items array: "[]\n}" indented, "[]}" not.
+    text.resize(text.size() - (bIndent ? 4 : 3));
+    text += '[';
+    for (size_t i = 0; i < items.GetCount(); ++i) {
+      if (i > 0) text += ',';
+      if (!bIndent) {
+        text += WriteItem(*items.GetAt(i)).dump();
+      } else {
+        // Two levels deeper than printed alone: four blanks after each break.
+        const std::string item = WriteItem(*items.GetAt(i)).dump(2);
+        text += "\n    ";
+        size_t nStart = 0;
+        for (size_t nBreak = item.find('\n'); nBreak != std::string::npos; nBreak = item.find('\n', nStart)) {
+          text.append(item, nStart, nBreak + 1 - nStart).append(4, ' ');
+          nStart = nBreak + 1;
+        }
+        text.append(item, nStart, std::string::npos);
+      }
+      if (m_progress && ((i + 1) % PROGRESS_STEP == 0 || i + 1 == items.GetCount())) {
+        m_progress(i + 1, items.GetCount());
+      }
+    }
+    text += bIndent ? "\n  ]\n}" : "]}";
+    return text;
+  }
+
+ private:
+  OutJson WriteHead() const {
     const DataPropMgr& registry = m_doc.GetDataPropMgr();
     OutJson root = {{"format", DocumentJson::FORMAT_NAME}, {"version", DocumentJson::CURRENT_VERSION}};
     root["exportPath"] = json_forms::WriteText(m_doc.GetMRUExportPath());
@@ -105,21 +139,8 @@ class DocumentWriter {
       if (const DataProp* pProp = registry.GetUserAt(i)) users.push_back(WriteColumn(*pProp));
     }
     root["userColumns"] = std::move(users);
-    root["items"] = WriteItems();
+    root["items"] = OutJson::array();
     return root;
-  }
-
- private:
-  OutJson WriteItems() const {
-    const DataItemMgr& items = m_doc.GetDataItemMgr();
-    OutJson out = OutJson::array();
-    for (size_t i = 0; i < items.GetCount(); ++i) {
-      out.push_back(WriteItem(*items.GetAt(i)));
-      if (m_progress && ((i + 1) % PROGRESS_STEP == 0 || i + 1 == items.GetCount())) {
-        m_progress(i + 1, items.GetCount());
-      }
-    }
-    return out;
   }
 
   OutJson WriteItem(const DataItem& item) const {
@@ -178,5 +199,5 @@ class DocumentWriter {
 const char* const DocumentJson::FORMAT_NAME = "vaxo057 document";
 
 std::string DocumentJson::Write(const DataMgmt& doc, bool bIndent, const Progress& progress) {
-  return DocumentWriter(doc, progress).Write().dump(bIndent ? 2 : -1);
+  return DocumentWriter(doc, progress).Write(bIndent);
 }

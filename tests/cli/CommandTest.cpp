@@ -93,6 +93,8 @@ TEST_F(CommandTest, CommandsPrintWhatIsExpected) {
        "vaxo057: small.vxo: \"Colour is red\": no column \"Colour\"\n"},
       {"unknown sort column", "", "show small.vxo --sort Colour:desc", 2, "",
        "vaxo057: small.vxo: --sort \"Colour:desc\": no column \"Colour\"\n"},
+      {"output over the input", "", "export small.vxo --format json -o ./small.vxo", 2, "",
+       "vaxo057: -o \"./small.vxo\" is the input file itself\n"},
       {"missing file", "", "info nothing.vxo", 2, "",
        "vaxo057: cannot load \"nothing.vxo\": the file does not exist (No such file or directory)\n"},
       {"cut-short file", "", "info cut.vxo", 2, "",

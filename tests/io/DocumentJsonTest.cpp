@@ -34,6 +34,10 @@ void ExpectLossless(DataMgmt& doc, const std::string& name) {
   ASSERT_TRUE(DocumentJson::Read(json, read, error)) << name << ": " << error;
   EXPECT_EQ(test_support::ToHex(ArchiveOf(read)), test_support::ToHex(original)) << name;
   EXPECT_EQ(DocumentJson::Write(read, false), DocumentJson::Write(doc, false)) << name;
+  // Keys sorted put the items before the columns: read whole, not item by item.
+  DataMgmt sorted;
+  ASSERT_TRUE(DocumentJson::Read(nlohmann::json::parse(json).dump(), sorted, error)) << name << ": " << error;
+  EXPECT_EQ(test_support::ToHex(ArchiveOf(sorted)), test_support::ToHex(original)) << name << " sorted";
 }
 
 TEST(DocumentJsonTest, DemoCollectionComesBackByteForByte) {
@@ -116,6 +120,10 @@ TEST(DocumentJsonTest, EachCellTakesItsForm) {
 
 TEST(DocumentJsonTest, JsonThatIsNoDocumentIsReportedAndChangesNothing) {
   const std::string head = "{\"format\": \"vaxo057 document\", \"version\": 1, ";
+  // Every member the writer puts before the items: these are read item by item.
+  const std::string wholeHead = head +
+                                "\"exportPath\": \"\", \"registryID\": 0, \"displayOrder\": [], "
+                                "\"applicationColumns\": [], \"userColumns\": [], ";
   const std::string dateColumn = "\"userColumns\": [{\"id\": 5000, \"name\": \"D\", \"type\": \"Date\"}], ";
   const struct {
     std::string json;
@@ -149,6 +157,12 @@ TEST(DocumentJsonTest, JsonThatIsNoDocumentIsReportedAndChangesNothing) {
            std::string(Money::GetFractionalDigits() + 1, '5') + "\"}}}]}",
        "at /items/0/values/9999/money: more fractional digits than the currency's " +
            std::to_string(Money::GetFractionalDigits())},
+      {wholeHead + "\"items\": [{\"id\": 0}, 5]}", "at /items/1: expected an object"},
+      {wholeHead + "\"items\": [{\"id\": 0}, {\"id\": 1.5}]}", "at /items/1/id: expected a whole number"},
+      {wholeHead + "\"items\": [], \"items\": []}", "at /items: the items come twice"},
+      {wholeHead + "\"items\": [{\"id\": 0}], ",
+       "parse error at line 1, column 168: syntax error while parsing object key - unexpected end of input; "
+       "expected string literal"},
       {head + "\"exportPath\": {\"latin1\": \"\\u0100\"}}",
        "at /exportPath/latin1: a character beyond U+00FF has no byte"},
   };
