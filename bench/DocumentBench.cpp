@@ -4,9 +4,6 @@
 // items changed to another type.
 #include <benchmark/benchmark.h>
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <vector>
@@ -51,8 +48,8 @@ std::vector<CString> Typed(int n) {
   return std::vector<CString>(texts, texts + 10);
 }
 
-void Enter(DataMgmt& doc, const std::vector<int>& columns, int nRecords = RECORDS) {
-  for (int n = 0; n < nRecords; ++n) {
+void Enter(DataMgmt& doc, const std::vector<int>& columns) {
+  for (int n = 0; n < RECORDS; ++n) {
     DataItem* pItem = doc.CreateDataItem(nullptr, true, true);
     const std::vector<CString> texts = Typed(n);
     for (size_t i = 0; i < columns.size(); ++i) {
@@ -180,45 +177,6 @@ void BM_TypeChange(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * RECORDS);
 }
 BENCHMARK(BM_TypeChange)->DenseRange(0, 5)->Unit(benchmark::kMillisecond);
-
-// The process's resident memory in bytes, from /proc/self/statm.
-double ResidentBytes() {
-  long nPages = 0;
-  long nResident = 0;
-  std::FILE* pFile = std::fopen("/proc/self/statm", "r");
-  if (pFile == nullptr) return 0;
-  if (std::fscanf(pFile, "%ld %ld", &nPages, &nResident) != 2) nResident = 0;
-  std::fclose(pFile);
-  return static_cast<double>(nResident) * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
-
-// A whole document of a million items: the memory it takes once entered
-// (undoable, so every item has its history), then a save and a load.
-void BM_MillionItems(benchmark::State& state) {
-  SetUsLocale();
-  const int nRecords = static_cast<int>(state.range(0));
-  for (auto _ : state) {
-    const double dBefore = ResidentBytes();
-    DataMgmt doc;
-    Enter(doc, AddColumns(doc), nRecords);
-    const double dEntered = ResidentBytes();
-    CMemFile file;
-    {
-      CArchive ar(&file, CArchive::store);
-      doc.Serialize(ar);
-    }
-    file.Seek(0, CFile::begin);
-    CArchive ar(&file, CArchive::load);
-    const double dBeforeLoad = ResidentBytes();
-    DataMgmt loaded;
-    loaded.Serialize(ar);
-    state.counters["entered_bytes_per_item"] = (dEntered - dBefore) / nRecords;
-    state.counters["loaded_bytes_per_item"] = (ResidentBytes() - dBeforeLoad) / nRecords;
-    state.counters["archive_MB"] = static_cast<double>(file.GetLength()) / 1e6;
-    benchmark::DoNotOptimize(loaded.GetDataItemMgr().GetCount());
-  }
-}
-BENCHMARK(BM_MillionItems)->Arg(1000000)->Iterations(1)->Unit(benchmark::kSecond);
 
 }  // namespace
 

@@ -21,8 +21,6 @@ set(VAXO057_INTERNAL_HEADERS
   DataMgr/types/ArchiveExchange.h
   DataMgr/types/CellValue.h
   DataMgr/types/CheckedSwap.h
-  DataMgr/types/FlatIntMap.h
-  DataMgr/types/ValueKinds.h
   utility/FileWriting.h
   utility/TextRules.h)
 

@@ -101,40 +101,74 @@ ULONGLONG CArchive::GetBytesRemaining() const {
   return m_nFileRemaining + (m_nBufferEnd - m_nBufferPos);
 }
 
-void CArchive::WriteUnsigned(ULONGLONG nValue, int nBytes) {
-  BYTE bytes[8];
-  for (int i = 0; i < nBytes; ++i) bytes[i] = static_cast<BYTE>(nValue >> (8 * i));
-  if (m_pFile != nullptr && !m_bLoading && m_nBufferEnd + static_cast<size_t>(nBytes) <= BUFFER_SIZE) {
-    std::memcpy(m_buffer.data() + m_nBufferEnd, bytes, static_cast<size_t>(nBytes));
-    m_nBufferEnd += static_cast<size_t>(nBytes);
-    return;
+namespace {
+
+// The archive is little-endian; on a little-endian machine a value is one
+// copy.
+#if defined(__BYTE_ORDER__) && (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__)
+constexpr bool LITTLE_ENDIAN_MACHINE = true;
+#else
+constexpr bool LITTLE_ENDIAN_MACHINE = false;
+#endif
+
+template <size_t N>
+void ToLittleEndian(ULONGLONG nValue, BYTE* pBytes) {
+  if constexpr (LITTLE_ENDIAN_MACHINE) {
+    std::memcpy(pBytes, &nValue, N);
+  } else {
+    for (size_t i = 0; i < N; ++i) pBytes[i] = static_cast<BYTE>(nValue >> (8 * i));
   }
-  Write(bytes, static_cast<UINT>(nBytes));
 }
 
-ULONGLONG CArchive::ReadUnsigned(int nBytes) {
-  CheckLoading();
-  BYTE bytes[8];
-  if (m_nBufferEnd - m_nBufferPos >= static_cast<size_t>(nBytes)) {
-    std::memcpy(bytes, m_buffer.data() + m_nBufferPos, static_cast<size_t>(nBytes));
-    m_nBufferPos += static_cast<size_t>(nBytes);
-  } else {
-    ReadExact(bytes, static_cast<size_t>(nBytes));
-  }
+template <size_t N>
+ULONGLONG FromLittleEndian(const BYTE* pBytes) {
   ULONGLONG nValue = 0;
-  for (int i = nBytes - 1; i >= 0; --i) nValue = (nValue << 8) | bytes[i];
+  if constexpr (LITTLE_ENDIAN_MACHINE) {
+    std::memcpy(&nValue, pBytes, N);
+  } else {
+    for (size_t i = 0; i < N; ++i) nValue |= static_cast<ULONGLONG>(pBytes[i]) << (8 * i);
+  }
   return nValue;
 }
 
+}  // namespace
+
+// Both take their width as a template argument so that each becomes a
+// plain copy into or out of the block.
+template <size_t N>
+void CArchive::WriteUnsigned(ULONGLONG nValue) {
+  if (m_pFile != nullptr && !m_bLoading && m_nBufferEnd + N <= BUFFER_SIZE) {
+    ToLittleEndian<N>(nValue, m_buffer.data() + m_nBufferEnd);
+    m_nBufferEnd += N;
+    return;
+  }
+  BYTE bytes[N];
+  ToLittleEndian<N>(nValue, bytes);
+  Write(bytes, static_cast<UINT>(N));
+}
+
+template <size_t N>
+ULONGLONG CArchive::ReadUnsigned() {
+  if (m_pFile != nullptr && m_bLoading && m_nBufferEnd - m_nBufferPos >= N) {
+    const ULONGLONG nValue = FromLittleEndian<N>(m_buffer.data() + m_nBufferPos);
+    m_nBufferPos += N;
+    return nValue;
+  }
+  CheckLoading();
+  BYTE bytes[N];
+  ReadExact(bytes, N);
+  return FromLittleEndian<N>(bytes);
+}
+
 CArchive& CArchive::operator<<(BYTE by) {
-  WriteUnsigned(by, 1);
+  WriteUnsigned<1>(by);
   return *this;
 }
 
 CArchive& CArchive::operator<<(char ch) { return *this << static_cast<BYTE>(ch); }
 
 CArchive& CArchive::operator<<(WORD w) {
-  WriteUnsigned(w, 2);
+  WriteUnsigned<2>(w);
   return *this;
 }
 
@@ -143,14 +177,14 @@ CArchive& CArchive::operator<<(short n) { return *this << static_cast<WORD>(n); 
 CArchive& CArchive::operator<<(int n) { return *this << static_cast<UINT>(n); }
 
 CArchive& CArchive::operator<<(UINT n) {
-  WriteUnsigned(n, 4);
+  WriteUnsigned<4>(n);
   return *this;
 }
 
 CArchive& CArchive::operator<<(LONGLONG n) { return *this << static_cast<ULONGLONG>(n); }
 
 CArchive& CArchive::operator<<(ULONGLONG n) {
-  WriteUnsigned(n, 8);
+  WriteUnsigned<8>(n);
   return *this;
 }
 
@@ -166,8 +200,7 @@ CArchive& CArchive::operator<<(double d) {
   return *this << nBits;
 }
 
-CArchive& CArchive::operator<<(const CString& str) {
-  const auto nLength = static_cast<ULONGLONG>(str.GetLength());
+void CArchive::WriteString(const char* pch, size_t nLength) {
   if (nLength < STRING_WORD_LENGTH) {
     *this << static_cast<BYTE>(nLength);
   } else if (nLength < STRING_WORD_LIMIT) {
@@ -175,75 +208,83 @@ CArchive& CArchive::operator<<(const CString& str) {
   } else {
     *this << STRING_WORD_LENGTH << STRING_DWORD_LENGTH << static_cast<UINT>(nLength);
   }
-  Write(str.GetStdString().data(), static_cast<UINT>(nLength));
+  Write(pch, static_cast<UINT>(nLength));
+}
+
+CArchive& CArchive::operator<<(const CString& str) {
+  WriteString(str.GetStdString().data(), str.GetStdString().size());
   return *this;
 }
 
 CArchive& CArchive::operator<<(const char* psz) { return *this << CString(psz); }
 
 CArchive& CArchive::operator>>(BYTE& by) {
-  by = static_cast<BYTE>(ReadUnsigned(1));
+  by = static_cast<BYTE>(ReadUnsigned<1>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(char& ch) {
-  ch = static_cast<char>(ReadUnsigned(1));
+  ch = static_cast<char>(ReadUnsigned<1>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(WORD& w) {
-  w = static_cast<WORD>(ReadUnsigned(2));
+  w = static_cast<WORD>(ReadUnsigned<2>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(short& n) {
-  n = static_cast<short>(ReadUnsigned(2));
+  n = static_cast<short>(ReadUnsigned<2>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(int& n) {
-  n = static_cast<int>(ReadUnsigned(4));
+  n = static_cast<int>(ReadUnsigned<4>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(UINT& n) {
-  n = static_cast<UINT>(ReadUnsigned(4));
+  n = static_cast<UINT>(ReadUnsigned<4>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(LONGLONG& n) {
-  n = static_cast<LONGLONG>(ReadUnsigned(8));
+  n = static_cast<LONGLONG>(ReadUnsigned<8>());
   return *this;
 }
 
 CArchive& CArchive::operator>>(ULONGLONG& n) {
-  n = ReadUnsigned(8);
+  n = ReadUnsigned<8>();
   return *this;
 }
 
 CArchive& CArchive::operator>>(float& f) {
-  const auto nBits = static_cast<UINT>(ReadUnsigned(4));
+  const auto nBits = static_cast<UINT>(ReadUnsigned<4>());
   std::memcpy(&f, &nBits, sizeof f);
   return *this;
 }
 
 CArchive& CArchive::operator>>(double& d) {
-  const ULONGLONG nBits = ReadUnsigned(8);
+  const ULONGLONG nBits = ReadUnsigned<8>();
   std::memcpy(&d, &nBits, sizeof d);
   return *this;
 }
 
 // A 0xFFFE word after 0xFF is never written by this form (lengths from
 // 0xFFFE on take 32 bits), so it marks a damaged or foreign archive.
-CArchive& CArchive::operator>>(CString& str) {
-  ULONGLONG nLength = ReadUnsigned(1);
+size_t CArchive::ReadStringLength() {
+  ULONGLONG nLength = ReadUnsigned<1>();
   if (nLength == STRING_WORD_LENGTH) {
-    nLength = ReadUnsigned(2);
+    nLength = ReadUnsigned<2>();
     if (nLength == STRING_WORD_LIMIT) Throw(CArchiveException::badSchema);
-    if (nLength == STRING_DWORD_LENGTH) nLength = ReadUnsigned(4);
+    if (nLength == STRING_DWORD_LENGTH) nLength = ReadUnsigned<4>();
   }
   if (nLength > GetBytesRemaining()) Throw(CArchiveException::endOfFile);
-  std::string bytes(static_cast<size_t>(nLength), '\0');
+  return static_cast<size_t>(nLength);
+}
+
+CArchive& CArchive::operator>>(CString& str) {
+  std::string bytes(ReadStringLength(), '\0');
   ReadExact(bytes.data(), bytes.size());
   str = CString(std::move(bytes));
   return *this;

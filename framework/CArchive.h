@@ -48,6 +48,15 @@ class FRAMEWORK_API CArchive {
   // checked against this before anything is allocated for them.
   ULONGLONG GetBytesRemaining() const;
 
+  // The text form of nLength bytes at pch, as operator<<(const CString&)
+  // writes it, for texts not kept in a CString.
+  void WriteString(const char* pch, size_t nLength);
+  // Loading: the length prefix of a text, checked against the bytes that
+  // remain; the caller then reads that many bytes (ReadExact).
+  size_t ReadStringLength();
+  // Loading: nCount bytes, or CArchiveException(endOfFile).
+  void ReadExact(void* pBuffer, size_t nCount);
+
   CArchive& operator<<(BYTE by);
   CArchive& operator<<(char ch);
   CArchive& operator<<(WORD w);
@@ -81,10 +90,11 @@ class FRAMEWORK_API CArchive {
   void CheckLoading() const;
   void CheckStoring() const;
   [[noreturn]] void Throw(int cause) const;
-  void ReadExact(void* pBuffer, size_t nCount);
   UINT ReadFromFile(void* pBuffer, UINT nCount);
-  void WriteUnsigned(ULONGLONG nValue, int nBytes);
-  ULONGLONG ReadUnsigned(int nBytes);
+  template <size_t N>
+  void WriteUnsigned(ULONGLONG nValue);
+  template <size_t N>
+  ULONGLONG ReadUnsigned();
 
   CFile* m_pFile;
   bool m_bLoading;

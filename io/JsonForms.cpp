@@ -6,7 +6,6 @@
 #include <cstring>
 #include <limits>
 
-#include "utility/LocaleUtils.h"
 
 namespace json_forms {
 
@@ -295,10 +294,10 @@ double ReadDouble(const InJson& value, const std::string& path) {
 OutJson WriteMoney(const Money& value) {
   const ULONGLONG nScale = Money::GetScale();
   std::string text = value.GetIsPositive() ? "" : "-";
-  text += std::to_string(value.GetAmount() / nScale);
+  text += std::to_string(value.GetRawAmount() / nScale);
   const UINT nDigits = Money::GetFractionalDigits();
   if (nDigits > 0) {
-    const std::string fraction = std::to_string(value.GetAmount() % nScale);
+    const std::string fraction = std::to_string(value.GetRawAmount() % nScale);
     text += "." + std::string(nDigits - fraction.size(), '0') + fraction;
   }
   return text;
@@ -319,19 +318,19 @@ Money ReadMoney(const InJson& value, const std::string& path) {
   if (fraction.size() > nDigits) {
     Fail(path, "more fractional digits than the currency's " + std::to_string(nDigits));
   }
-  // whole * scale + fraction must fit the magnitude, and whole an __int64.
+  // whole * scale + fraction must fit the magnitude.
   const ULONGLONG nScale = Money::GetScale();
   const std::string digits = fraction + std::string(nDigits - fraction.size(), '0');
   const ULONGLONG nFraction = digits.empty() ? 0 : std::stoull(digits);
   const ULONGLONG nMax = std::numeric_limits<ULONGLONG>::max();
-  if (whole.size() > 19 || std::stoull(whole) > static_cast<ULONGLONG>(std::numeric_limits<__int64>::max()) ||
-      std::stoull(whole) > (nMax - nFraction) / nScale) {
-    Fail(path, "the amount is too large");
+  ULONGLONG nWhole = 0;
+  for (const char c : whole) {
+    const ULONGLONG nDigit = static_cast<ULONGLONG>(c - '0');
+    if (nWhole > (nMax - nDigit) / 10) Fail(path, "the amount is too large");
+    nWhole = nWhole * 10 + nDigit;
   }
-  Money amount;
-  amount.Set(CString(whole + std::string(LocaleUtils::GetCurrencyDecimalSeparator()) + digits));
-  if (bNegative) amount.MakeNegative();
-  return amount;
+  if (nWhole > (nMax - nFraction) / nScale) Fail(path, "the amount is too large");
+  return Money::FromRaw(!bNegative, nWhole * nScale + nFraction);
 }
 
 OutJson WriteDateTime(const DateTime& value) {

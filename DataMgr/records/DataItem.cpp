@@ -8,6 +8,8 @@ const WORD DATAITEM_VERSION = 3;
 
 DataItem::DataItem() { SetLastModified(); }
 
+DataItem::DataItem(ForLoading) {}
+
 DataItem::DataItem(const DataItem& other)
     : DataRecord(other, true), m_dtLastModified(other.m_dtLastModified), m_subItems(other.m_subItems) {}
 

@@ -84,6 +84,11 @@ class VAXO057_API DataItem final : public DataRecord {
   void Serialize(CArchive& ar) override;
 
  private:
+  friend DataItem* record_list::NewForLoading<DataItem>();
+
+  // Reads no clock: loading sets the time.
+  explicit DataItem(ForLoading);
+
   // Stamps the modification time after an undoable change.
   bool Stamp(bool bChanged, bool bRecord);
 

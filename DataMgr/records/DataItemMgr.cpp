@@ -100,6 +100,8 @@ void DataItemMgr::Serialize(CArchive& ar) {
     ar >> nVersion;
   }
   const bool bMissingIDs =
-      record_list::SerializeRecords(ar, m_vecRecords, m_nextID, nVersion < FIRST_NEW_COUNTER_VERSION, MIN_ITEM_BYTES);
+      record_list::SerializeRecords<DataItem>(ar, [this]() -> std::vector<DataItem*>& { return m_vecRecords; },
+                                              GetCount(), m_nextID, nVersion < FIRST_NEW_COUNTER_VERSION,
+                                              MIN_ITEM_BYTES);
   if (ar.IsLoading() && (bMissingIDs || nVersion == RENUMBERED_VERSION)) RefreshNextID();
 }

@@ -102,6 +102,9 @@ class VAXO057_API DataItemMgr {
   // The sort engine reorders the list through it (see RecordOrder.h).
   friend class RecordOrder;
 
+  const std::vector<DataItem*>& Records() const { return m_vecRecords; }
+  std::vector<DataItem*>& EditRecords() { return m_vecRecords; }
+
   std::vector<DataItem*> m_vecRecords;
   NextIDMgr m_nextID;
 };

@@ -12,6 +12,11 @@
 #include "framework/CString.h"
 #include "utility/DateTime.h"
 
+namespace record_list {
+template <typename T>
+T* NewForLoading();
+}  // namespace record_list
+
 // What items and sub-items have in common: an ID (-1 until a collection
 // gives one), the values (a ValueStore) and their in-memory undo history (an
 // UndoStore), and every operation of Data over them except Serialize, whose
@@ -71,6 +76,10 @@ class VAXO057_API DataRecord : public Data {
   void GetUndoData(int nID, std::vector<bool>& out) const override;
 
  protected:
+  // Picks the constructor of a record about to be loaded, whose fields all
+  // come from the archive (record_list::NewForLoading).
+  struct ForLoading {};
+
   DataRecord();
   // Takes the ID and the values of other, and its undo history when
   // bWithUndo (else the history starts empty).

@@ -45,6 +45,10 @@ class VAXO057_API DataSubItem final : public DataRecord {
   void Serialize(CArchive& ar) override;
 
  private:
+  friend DataSubItem* record_list::NewForLoading<DataSubItem>();
+
+  explicit DataSubItem(ForLoading) {}
+
   int m_nParentID = -1;
 };
 

@@ -21,63 +21,84 @@ const size_t MIN_SUBITEM_BYTES = 2 + 4;
 DataSubItemMgr::DataSubItemMgr() = default;
 
 DataSubItemMgr::DataSubItemMgr(const DataSubItemMgr& other) : m_nextID(other.m_nextID), m_bSort(other.m_bSort) {
-  record_list::CopyFrom(m_vecRecords, other.m_vecRecords);
+  if (!other.IsEmpty()) record_list::CopyFrom(EditRecords(), other.Records());
 }
 
 DataSubItemMgr& DataSubItemMgr::operator=(const DataSubItemMgr& other) {
   if (this != &other) {
-    record_list::CopyFrom(m_vecRecords, other.m_vecRecords);
+    record_list::CopyFrom(EditRecords(), other.Records());
+    DropEmptyRecords();
     m_nextID = other.m_nextID;
     m_bSort = other.m_bSort;
   }
   return *this;
 }
 
-DataSubItemMgr::~DataSubItemMgr() { record_list::DeleteAll(m_vecRecords); }
+DataSubItemMgr::~DataSubItemMgr() { DeleteAll(false); }
 
-DataSubItem* DataSubItemMgr::GetByID(int nID) const { return record_list::GetByID(m_vecRecords, nID); }
-size_t DataSubItemMgr::GetIndex(const DataSubItem* pSubItem) const {
-  return record_list::GetIndex(m_vecRecords, pSubItem);
+const std::vector<DataSubItem*>& DataSubItemMgr::Records() const {
+  static const std::vector<DataSubItem*> EMPTY;
+  return m_pRecords ? *m_pRecords : EMPTY;
 }
 
-void DataSubItemMgr::SetAllData(int nColumnID, bool value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
-void DataSubItemMgr::SetAllData(int nColumnID, int value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
-void DataSubItemMgr::SetAllData(int nColumnID, double value) { record_list::SetAll(m_vecRecords, nColumnID, value); }
+std::vector<DataSubItem*>& DataSubItemMgr::EditRecords() {
+  if (!m_pRecords) m_pRecords = std::make_unique<std::vector<DataSubItem*>>();
+  return *m_pRecords;
+}
+
+void DataSubItemMgr::DropEmptyRecords() {
+  if (m_pRecords && m_pRecords->empty()) m_pRecords.reset();
+}
+
+DataSubItem* DataSubItemMgr::GetByID(int nID) const { return record_list::GetByID(Records(), nID); }
+size_t DataSubItemMgr::GetIndex(const DataSubItem* pSubItem) const {
+  return record_list::GetIndex(Records(), pSubItem);
+}
+
+void DataSubItemMgr::SetAllData(int nColumnID, bool value) { record_list::SetAll(EditRecords(), nColumnID, value); }
+void DataSubItemMgr::SetAllData(int nColumnID, int value) { record_list::SetAll(EditRecords(), nColumnID, value); }
+void DataSubItemMgr::SetAllData(int nColumnID, double value) { record_list::SetAll(EditRecords(), nColumnID, value); }
 void DataSubItemMgr::SetAllData(int nColumnID, const Money& value) {
-  record_list::SetAll(m_vecRecords, nColumnID, value);
+  record_list::SetAll(EditRecords(), nColumnID, value);
 }
 void DataSubItemMgr::SetAllData(int nColumnID, const DateTime& value) {
-  record_list::SetAll(m_vecRecords, nColumnID, value);
+  record_list::SetAll(EditRecords(), nColumnID, value);
 }
 void DataSubItemMgr::SetAllData(int nColumnID, const CString& value) {
-  record_list::SetAll(m_vecRecords, nColumnID, value);
+  record_list::SetAll(EditRecords(), nColumnID, value);
 }
 void DataSubItemMgr::SetAllData(int nColumnID, const char* value) {
-  record_list::SetAll(m_vecRecords, nColumnID, CString(value));
+  record_list::SetAll(EditRecords(), nColumnID, CString(value));
 }
 
-void DataSubItemMgr::Delete(size_t nIndex) { record_list::Delete(m_vecRecords, nIndex); }
-void DataSubItemMgr::Delete(DataSubItem* pSubItem) { record_list::Delete(m_vecRecords, GetIndex(pSubItem)); }
+void DataSubItemMgr::Delete(size_t nIndex) {
+  if (nIndex >= GetCount()) return;
+  record_list::Delete(*m_pRecords, nIndex);
+  DropEmptyRecords();
+}
+void DataSubItemMgr::Delete(DataSubItem* pSubItem) { Delete(GetIndex(pSubItem)); }
 
 void DataSubItemMgr::DeleteAll(bool bResetIDs) {
-  record_list::DeleteAll(m_vecRecords);
+  if (m_pRecords) record_list::DeleteAll(*m_pRecords);
+  m_pRecords.reset();
   if (bResetIDs) m_nextID.ResetNextID();
 }
 
 DataSubItem* DataSubItemMgr::Create(const DataSubItem* pSource, bool bAdd, bool bAssignID) {
-  return record_list::CreateRecord(m_vecRecords, m_nextID, pSource, bAdd, bAssignID);
+  std::vector<DataSubItem*> none;
+  return record_list::CreateRecord(bAdd ? EditRecords() : none, m_nextID, pSource, bAdd, bAssignID);
 }
 
 void DataSubItemMgr::AddDataSubItem(DataSubItem* pSubItem) {
-  record_list::InsertAt(m_vecRecords, GetCount(), pSubItem);
+  if (pSubItem) record_list::InsertAt(EditRecords(), GetCount(), pSubItem);
 }
 
 void DataSubItemMgr::SetAllParentID(int nParentID) {
-  for (DataSubItem* pSubItem : m_vecRecords) pSubItem->SetParentID(nParentID);
+  for (DataSubItem* pSubItem : Records()) pSubItem->SetParentID(nParentID);
 }
 
 void DataSubItemMgr::DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID) {
-  for (DataSubItem* pSubItem : m_vecRecords) (pSubItem->*pDelete)(nColumnID);
+  for (DataSubItem* pSubItem : Records()) (pSubItem->*pDelete)(nColumnID);
 }
 
 void DataSubItemMgr::DeleteData(int nColumnID) { DeleteFromEach(&DataSubItem::DeleteData, nColumnID); }
@@ -93,12 +114,12 @@ void DataSubItemMgr::DeleteDataString(int nColumnID) { DeleteFromEach(&DataSubIt
 void DataSubItemMgr::Swap(size_t nA, size_t nB) {
   if (GetCount() < 2) return;
   if (nA >= GetCount() || nB >= GetCount()) throw std::out_of_range("invalid vector<T> subscript");
-  std::swap(m_vecRecords[nA], m_vecRecords[nB]);
+  std::swap((*m_pRecords)[nA], (*m_pRecords)[nB]);
 }
 
 void DataSubItemMgr::Move(size_t nFrom, size_t nTo) {
   if (GetCount() < 2 || nFrom == nTo) return;
-  record_list::MoveEntry(m_vecRecords, nFrom, nTo);
+  record_list::MoveEntry(*m_pRecords, nFrom, nTo);
 }
 
 // Layout (version 3, current):
@@ -119,9 +140,12 @@ void DataSubItemMgr::Serialize(CArchive& ar) {
   } else {
     ar >> nVersion;
   }
-  if (record_list::SerializeRecords(ar, m_vecRecords, m_nextID, nVersion < FIRST_NEW_COUNTER_VERSION,
-                                    MIN_SUBITEM_BYTES)) {
-    for (DataSubItem* pSubItem : m_vecRecords) {
+  const bool bMissingIDs = record_list::SerializeRecords<DataSubItem>(
+      ar, [this]() -> std::vector<DataSubItem*>& { return EditRecords(); }, GetCount(), m_nextID,
+      nVersion < FIRST_NEW_COUNTER_VERSION, MIN_SUBITEM_BYTES);
+  DropEmptyRecords();
+  if (bMissingIDs) {
+    for (DataSubItem* pSubItem : Records()) {
       if (pSubItem->GetID() == -1) pSubItem->SetID(m_nextID.GetNextID());
     }
   }

@@ -2,6 +2,7 @@
 #define DATAMGR_RECORDS_DATASUBITEMMGR_H_
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "DataMgr/Export.h"
@@ -41,10 +42,10 @@ class VAXO057_API DataSubItemMgr {
   DataSubItemMgr& operator=(const DataSubItemMgr& other);
   ~DataSubItemMgr();
 
-  size_t GetCount() const { return m_vecRecords.size(); }
-  bool IsEmpty() const { return m_vecRecords.empty(); }
+  size_t GetCount() const { return m_pRecords ? m_pRecords->size() : 0; }
+  bool IsEmpty() const { return GetCount() == 0; }
   // The sub-item at nIndex; null when nIndex is not less than the count.
-  DataSubItem* GetAt(size_t nIndex) const { return nIndex < GetCount() ? m_vecRecords[nIndex] : nullptr; }
+  DataSubItem* GetAt(size_t nIndex) const { return nIndex < GetCount() ? (*m_pRecords)[nIndex] : nullptr; }
   // The first sub-item with that ID (a linear scan); null when none has it.
   DataSubItem* GetByID(int nID) const;
   // The index of pSubItem; the count when it is not in the list.
@@ -111,8 +112,17 @@ class VAXO057_API DataSubItemMgr {
   // Calls (subItem.*pDelete)(nColumnID) on every sub-item.
   void DeleteFromEach(void (DataSubItem::*pDelete)(int), int nColumnID);
 
-  // In this order, so that the flag fills the padding at the end.
-  std::vector<DataSubItem*> m_vecRecords;
+  // The sub-items in row order: an empty list when there are none.
+  const std::vector<DataSubItem*>& Records() const;
+  // The same for a change; creates the list when there is none.
+  std::vector<DataSubItem*>& EditRecords();
+  // Drops the list when it holds no sub-item.
+  void DropEmptyRecords();
+
+  // Most items have no sub-items, so the list exists only while it holds
+  // one: an item without sub-items pays one pointer for it. In this order,
+  // so that the flag fills the padding at the end.
+  std::unique_ptr<std::vector<DataSubItem*>> m_pRecords;
   NextIDMgr m_nextID;
   bool m_bSort = true;
 };

@@ -119,30 +119,44 @@ void CopyFrom(Records<T>& records, const Records<T>& source) {
   records.swap(copied);
 }
 
+// A record about to be loaded: its constructor reads no clock, as loading
+// sets every field.
+template <typename T>
+T* NewForLoading() {
+  return new T(typename T::ForLoading());
+}
+
 // The records' part of a collection's archive: a loop counter, then each
 // record's own form. Loading first destroys every record and resets the
 // allocator, then appends each record before loading it, so that a load
 // that stops half-way leaves the records read so far in the list; the
-// allocator rises above every valid ID loaded. Returns true when a loaded
+// allocator rises above every valid ID loaded. records() gives the list,
+// and is called only when there is a record to store or load, so that a
+// collection may create its list on demand; nCurrentCount is the number of
+// records in the list now. Returns true when a loaded
 // record has a negative ID. nMinRecordBytes: the fewest bytes one record
 // takes, for checking the count before anything is reserved.
-template <typename T>
-bool SerializeRecords(CArchive& ar, Records<T>& records, NextIDMgr& nextID, bool bOldFormat,
+template <typename T, typename GetRecords>
+bool SerializeRecords(CArchive& ar, GetRecords records, size_t nCurrentCount, NextIDMgr& nextID, bool bOldFormat,
                       size_t nMinRecordBytes) {
   if (ar.IsStoring()) {
-    SerializeData::SerializeLoopCounter(ar, records.size(), bOldFormat);
-    for (T* pRecord : records) pRecord->Serialize(ar);
+    SerializeData::SerializeLoopCounter(ar, nCurrentCount, bOldFormat);
+    if (nCurrentCount > 0) {
+      for (T* pRecord : records()) pRecord->Serialize(ar);
+    }
     return false;
   }
-  DeleteAll(records);
+  if (nCurrentCount > 0) DeleteAll(records());
   nextID.ResetNextID();
   const size_t nCount = SerializeData::SerializeLoopCounter(ar, 0, bOldFormat);
+  if (nCount == 0) return false;
   SerializeData::CheckLoopCounter(ar, nCount, nMinRecordBytes);
-  records.reserve(nCount);
+  Records<T>& loaded = records();
+  loaded.reserve(nCount);
   bool bMissingIDs = false;
   for (size_t i = 0; i < nCount; ++i) {
-    T* pRecord = new T();
-    InsertAt(records, records.size(), pRecord);
+    T* pRecord = NewForLoading<T>();
+    InsertAt(loaded, loaded.size(), pRecord);
     pRecord->Serialize(ar);
     if (NextIDMgr::IsValidID(pRecord->GetID())) {
       nextID.UpdateNextID(pRecord->GetID());

@@ -18,7 +18,7 @@ class RecordOrder {
   // The records in list order.
   template <typename Collection>
   static std::vector<Data*> Get(const Collection& list) {
-    return std::vector<Data*>(list.m_vecRecords.begin(), list.m_vecRecords.end());
+    return std::vector<Data*>(list.Records().begin(), list.Records().end());
   }
 
   // Puts the list into the order of records.
@@ -26,9 +26,10 @@ class RecordOrder {
   // gave them, reordered); the list must not change in between.
   template <typename Collection>
   static void Set(Collection& list, const std::vector<Data*>& records) {
-    using Record = typename std::remove_pointer<typename decltype(list.m_vecRecords)::value_type>::type;
-    if (records.size() != list.m_vecRecords.size()) return;
-    for (size_t i = 0; i < records.size(); ++i) list.m_vecRecords[i] = static_cast<Record*>(records[i]);
+    if (records.empty() || records.size() != list.GetCount()) return;
+    auto& listed = list.EditRecords();
+    using Record = typename std::remove_pointer<typename std::remove_reference<decltype(listed)>::type::value_type>::type;
+    for (size_t i = 0; i < records.size(); ++i) listed[i] = static_cast<Record*>(records[i]);
   }
 };
 

@@ -106,11 +106,11 @@ uint64_t LaterFirst(bool bValid, int nValue) { return ~(bValid ? OrderedInt(nVal
 // above.
 constexpr uint64_t HALF_RANGE = 1ull << 63;
 uint32_t MoneyClass(const Money& value) {
-  if (value.GetAmount() < HALF_RANGE) return 1;
+  if (value.GetRawAmount() < HALF_RANGE) return 1;
   return value.GetIsPositive() ? 2 : 0;
 }
 uint64_t MoneyCode(const Money& value) {
-  const uint64_t nAmount = value.GetAmount();
+  const uint64_t nAmount = value.GetRawAmount();
   if (nAmount >= HALF_RANGE) return value.GetIsPositive() ? nAmount : ~nAmount;
   return value.GetIsPositive() ? HALF_RANGE + nAmount : HALF_RANGE - 1 - nAmount;
 }

@@ -49,9 +49,16 @@ class VAXO057_API Money {
   void MakeNegative() { m_bPositive = false; }
 
   // The sign (false for a negative amount, negative zero included) and the
-  // magnitude in units of 1/GetScale().
+  // magnitude in units of 1/GetScale(), as archived; FromRaw builds a value
+  // of them again.
   bool GetIsPositive() const { return m_bPositive; }
-  ULONGLONG GetAmount() const { return m_nAmount; }
+  ULONGLONG GetRawAmount() const { return m_nAmount; }
+  static Money FromRaw(bool bPositive, ULONGLONG nRawAmount) {
+    Money value;
+    value.m_bPositive = bPositive;
+    value.m_nAmount = nRawAmount;
+    return value;
+  }
 
   // The amount in currency units; negative zero gives -0.0.
   double GetValue() const;

@@ -1,62 +1,104 @@
 #include "DataMgr/types/UndoStore.h"
 
-#include <algorithm>
+#include <cstring>
 
-#include "DataMgr/types/FlatIntMap.h"
 #include "DataMgr/types/ValueKinds.h"
 
-// One history map per value kind, in the order of the value maps; flat
-// maps, because entering a new record's values as undoable edits gives every
-// column of it a history.
-struct UndoStore::Histories {
-  FlatIntMap<std::vector<CString>> m_mapText;
-  FlatIntMap<std::vector<int>> m_mapInt;
-  FlatIntMap<std::vector<bool>> m_mapBool;
-  FlatIntMap<std::vector<Money>> m_mapMoney;
-  FlatIntMap<std::vector<double>> m_mapDouble;
-  FlatIntMap<std::vector<DateTime>> m_mapDateTime;
-};
+namespace {
 
-UndoStore::UndoStore() = default;
-
-UndoStore::UndoStore(const UndoStore& other)
-    : m_pHistories(other.m_pHistories ? std::make_unique<Histories>(*other.m_pHistories) : nullptr) {}
-
-UndoStore& UndoStore::operator=(const UndoStore& other) {
-  if (this != &other) *this = UndoStore(other);
-  return *this;
+// A history is the entry (column ID, its kind with ValueBlock::HISTORY): a
+// varint count of bytes, then the earlier values packed, oldest first.
+template <typename T>
+uint8_t HistoryKind() {
+  return static_cast<uint8_t>(static_cast<uint8_t>(Packing<T>::KIND) | ValueBlock::HISTORY);
 }
 
+// The packed values of a history payload, and past them.
+struct Values {
+  const uint8_t* pBegin;
+  const uint8_t* pEnd;
+};
+
+Values ValuesOf(const uint8_t* pHistory) {
+  size_t nBytes = 0;
+  const uint8_t* pBegin = ReadVarint(pHistory, nBytes);
+  return {pBegin, pBegin + nBytes};
+}
+
+// The first packed value equal to value, or null.
+template <typename T>
+const uint8_t* FindValue(const Values& values, const T& value) {
+  const uint8_t nKind = static_cast<uint8_t>(Packing<T>::KIND);
+  for (const uint8_t* p = values.pBegin; p < values.pEnd; p += ValueBlock::PayloadSize(nKind, p)) {
+    if (Packing<T>::Equals(p, value)) return p;
+  }
+  return nullptr;
+}
+
+// A new history of the values from pBegin to pCut, nInsert bytes that
+// insert(uint8_t*) writes, and the values from pResume to pEnd, with its
+// count of bytes first. Composed in a buffer of the thread, apart from the
+// block, which may move while it takes the new history.
+template <typename Insert>
+const std::vector<uint8_t>& Compose(const Values& old, const uint8_t* pCut, const uint8_t* pResume, size_t nInsert,
+                                    Insert insert) {
+  thread_local std::vector<uint8_t> bytes;
+  const auto nBefore = static_cast<size_t>(pCut - old.pBegin);
+  const auto nAfter = static_cast<size_t>(old.pEnd - pResume);
+  const size_t nValues = nBefore + nInsert + nAfter;
+  bytes.resize(VarintSize(nValues) + nValues);
+  uint8_t* p = WriteVarint(nValues, bytes.data());
+  if (nBefore > 0) std::memcpy(p, old.pBegin, nBefore);
+  insert(p + nBefore);
+  if (nAfter > 0) std::memcpy(p + nBefore + nInsert, pResume, nAfter);
+  return bytes;
+}
+
+}  // namespace
+
+UndoStore::UndoStore() = default;
+UndoStore::UndoStore(const UndoStore& other) = default;
+UndoStore& UndoStore::operator=(const UndoStore& other) = default;
 UndoStore::UndoStore(UndoStore&& other) noexcept = default;
-
 UndoStore& UndoStore::operator=(UndoStore&& other) noexcept = default;
-
 UndoStore::~UndoStore() = default;
 
-void UndoStore::ClearUndoData() { m_pHistories.reset(); }
+void UndoStore::ClearUndoData() { m_block.Clear(); }
+
+void UndoStore::Put(const ValueBlock::Slot& slot, const std::vector<uint8_t>& history) {
+  m_block.Put(slot, history.size(), [&history](uint8_t* p) { std::memcpy(p, history.data(), history.size()); });
+}
 
 template <typename T>
 void UndoStore::Add(int nID, const T& value) {
-  if (!m_pHistories) m_pHistories = std::make_unique<Histories>();
-  std::vector<T>& history = flat_int_map::GetOrAdd(KindMap<T>(*m_pHistories), nID);
-  if (std::find(history.begin(), history.end(), value) == history.end()) history.push_back(value);
+  const ValueBlock::Slot slot = m_block.Seek(nID, HistoryKind<T>());
+  const Values old = slot.pPayload ? ValuesOf(slot.pPayload) : Values{nullptr, nullptr};
+  if (slot.pPayload && FindValue(old, value)) return;
+  Put(slot, Compose(old, old.pEnd, old.pEnd, Packing<T>::Size(value),
+                       [&value](uint8_t* p) { Packing<T>::Write(value, p); }));
 }
 
 template <typename T>
 void UndoStore::Remove(int nID, const T& value) {
-  if (!m_pHistories) return;
-  std::vector<T>* pHistory = flat_int_map::Find(KindMap<T>(*m_pHistories), nID);
-  if (pHistory == nullptr) return;
-  std::vector<T>& history = *pHistory;
-  const auto it = std::find(history.begin(), history.end(), value);
-  if (it != history.end()) history.erase(it);
+  const ValueBlock::Slot slot = m_block.Seek(nID, HistoryKind<T>());
+  if (!slot.pPayload) return;
+  const Values old = ValuesOf(slot.pPayload);
+  const uint8_t* pFound = FindValue(old, value);
+  if (!pFound) return;
+  const uint8_t* pNext = pFound + ValueBlock::PayloadSize(static_cast<uint8_t>(Packing<T>::KIND), pFound);
+  Put(slot, Compose(old, pFound, pNext, 0, [](uint8_t*) {}));
 }
 
 template <typename T>
 void UndoStore::Get(int nID, std::vector<T>& out) const {
-  if (!m_pHistories) return;
-  const std::vector<T>* pHistory = flat_int_map::Find(KindMap<T>(*m_pHistories), nID);
-  if (pHistory != nullptr) out = *pHistory;
+  const uint8_t* pHistory = m_block.Find(nID, HistoryKind<T>());
+  if (!pHistory) return;
+  const Values values = ValuesOf(pHistory);
+  const uint8_t nKind = static_cast<uint8_t>(Packing<T>::KIND);
+  out.clear();
+  for (const uint8_t* p = values.pBegin; p < values.pEnd; p += ValueBlock::PayloadSize(nKind, p)) {
+    out.push_back(Packing<T>::Read(p));
+  }
 }
 
 void UndoStore::AddUndoData(int nID, const CString& value) { Add(nID, value); }
@@ -74,11 +116,7 @@ void UndoStore::RemoveUndoData(int nID, double value) { Remove(nID, value); }
 void UndoStore::RemoveUndoData(int nID, const DateTime& value) { Remove(nID, value); }
 
 bool UndoStore::HaveUndoData(int nID) const {
-  if (!m_pHistories) return false;
-  const Histories& h = *m_pHistories;
-  using flat_int_map::Contains;
-  return Contains(h.m_mapText, nID) || Contains(h.m_mapInt, nID) || Contains(h.m_mapBool, nID) ||
-         Contains(h.m_mapMoney, nID) || Contains(h.m_mapDouble, nID) || Contains(h.m_mapDateTime, nID);
+  return m_block.Contains(nID, (1u << ValueBlock::KINDS) - 1);
 }
 
 void UndoStore::GetUndoData(int nID, std::vector<CString>& out) const { Get(nID, out); }

@@ -1,11 +1,11 @@
 #ifndef DATAMGR_TYPES_UNDOSTORE_H_
 #define DATAMGR_TYPES_UNDOSTORE_H_
 
-#include <memory>
 #include <vector>
 
 #include "DataMgr/Export.h"
 #include "DataMgr/types/Money.h"
+#include "DataMgr/types/ValueBlock.h"
 #include "framework/CString.h"
 #include "utility/DateTime.h"
 
@@ -13,8 +13,10 @@
 // values of that column, oldest first, each value at most once, with no
 // length limit. It lives in memory only and is never archived.
 //
-// Most records are never edited, so the six histories are allocated on the
-// first value added; an empty store is one null pointer. A history once
+// Most records are never edited, so nothing is allocated until the first
+// value is added; an empty store is one null pointer. All histories of a
+// record then share one heap block of exactly their size (see ValueBlock),
+// each history its values packed one after the other. A history once
 // created stays (it counts for HaveUndoData even when it became empty) until
 // ClearUndoData. Copies are deep.
 class VAXO057_API UndoStore {
@@ -60,8 +62,8 @@ class VAXO057_API UndoStore {
   void ClearUndoData();
 
  private:
-  struct Histories;
-
+  // Gives the slot a new history, composed apart from the block.
+  void Put(const ValueBlock::Slot& slot, const std::vector<uint8_t>& history);
   template <typename T>
   void Add(int nID, const T& value);
   template <typename T>
@@ -69,7 +71,7 @@ class VAXO057_API UndoStore {
   template <typename T>
   void Get(int nID, std::vector<T>& out) const;
 
-  std::unique_ptr<Histories> m_pHistories;
+  ValueBlock m_block;
 };
 
 #endif  // DATAMGR_TYPES_UNDOSTORE_H_

@@ -1,30 +1,39 @@
 #ifndef DATAMGR_TYPES_VALUESTORE_H_
 #define DATAMGR_TYPES_VALUESTORE_H_
 
-#include <utility>
 #include <vector>
 
 #include "DataMgr/Export.h"
 #include "DataMgr/types/Money.h"
 #include "DataMgr/types/UndoStore.h"
+#include "DataMgr/types/ValueBlock.h"
+#include "DataMgr/types/ValueKinds.h"
 #include "framework/CArchive.h"
 #include "framework/CString.h"
 #include "utility/DateTime.h"
 
-// The values of one record: per value kind (text, int, bool, Money, double,
-// DateTime) a map from column ID to value, in ascending column order, plus
-// the set of text columns whose texts are archived enciphered ("flagged").
-// The record does not know its columns' types: callers pick the kind from
-// the column's data type and keep each column in one kind only; the store
-// does not enforce that.
+// The values of one record: per column ID at most one value of each kind
+// (text, int, bool, Money, double, DateTime), plus the text columns whose
+// texts are archived enciphered ("flagged"). The record does not know its
+// columns' types: callers pick the kind from the column's data type and
+// keep each column in one kind only; the store does not enforce that.
 //
-// A document holds hundreds of thousands of records, so each kind is one
-// sorted vector (nothing on the heap until a value arrives) rather than a
-// tree. A column that has no value reads as its kind's absent value: false,
-// -1, 0.0, a Money with all fields zero (sign negative, magnitude 0), an
-// unset DateTime, an empty text.
+// A document holds a million records, so all values of a record live in one
+// heap block of their size, numbers and text bytes inline, grouped by kind
+// and in column order within a kind (see ValueBlock); a record without
+// values allocates nothing. A
+// column that has no value reads as its kind's absent value: false, -1,
+// 0.0, a Money with all fields zero (sign negative, magnitude 0), an unset
+// DateTime, an empty text.
 class VAXO057_API ValueStore {
  public:
+  ValueStore();
+  ValueStore(const ValueStore& other);
+  ValueStore& operator=(const ValueStore& other);
+  ValueStore(ValueStore&& other) noexcept;
+  ValueStore& operator=(ValueStore&& other) noexcept;
+  ~ValueStore();
+
   // Whether any kind holds nID.
   bool HaveDataProp(int nID) const;
   bool HaveDataPropBool(int nID) const;
@@ -101,34 +110,25 @@ class VAXO057_API ValueStore {
   void Serialize(CArchive& ar);
 
  private:
+  bool Has(int nID, ValueKind nKind) const;
+  void Delete(int nID, ValueKind nKind);
   template <typename T>
   bool Set(int nID, const T& value, bool bRecord, UndoStore& undo);
   template <typename T>
+  void Put(const ValueBlock::Slot& slot, const T& value);
+  template <typename T>
+  void Put(int nID, const T& value);
+  template <typename T>
+  void Register(int nID, const T& value);
+  template <typename T>
   void Get(int nID, T& out) const;
   template <typename T>
-  static void ChangeID(std::vector<std::pair<int, T>>& map, int nIDA, int nIDB);
-  template <typename T>
-  static bool Move(std::vector<std::pair<int, T>>& map, int nFromID, int nToID);
+  void ChangeID(int nIDA, int nIDB);
+  bool Move(ValueKind nKind, int nFromID, int nToID);
   bool IsFlagged(int nID) const;
   void Flag(int nID);
-  void Unflag(int nID);
-  void SerializeFlagged(CArchive& ar, bool bOldFormat);
-  void SerializeTexts(CArchive& ar, bool bOldFormat);
-  void SerializeMoney(CArchive& ar, bool bOldFormat);
 
-  // One flat map per value kind, in this order: (column ID, value) pairs in
-  // ascending ID order, kept so by the flat map functions of the sources.
-  struct Values {
-    std::vector<std::pair<int, CString>> m_mapText;
-    std::vector<std::pair<int, int>> m_mapInt;
-    std::vector<std::pair<int, bool>> m_mapBool;
-    std::vector<std::pair<int, Money>> m_mapMoney;
-    std::vector<std::pair<int, double>> m_mapDouble;
-    std::vector<std::pair<int, DateTime>> m_mapDateTime;
-  };
-
-  Values m_values;
-  std::vector<int> m_vecFlagged;  // ascending, no repeats
+  ValueBlock m_block;
 };
 
 #endif  // DATAMGR_TYPES_VALUESTORE_H_

@@ -79,6 +79,8 @@ class RandomDocument {
     amount /= 100;
     if (Below(5) == 0) amount.Set(static_cast<__int64>((static_cast<std::uint64_t>(m_random()) << 20) | m_random()));
     if (Bool()) amount.MakeNegative();
+    // Any magnitude an archive can hold, the largest among them.
+    if (Below(10) == 0) amount = Money::FromRaw(Bool(), Below(2) == 0 ? ~0ull : (std::uint64_t{m_random()} << 32) | m_random());
     return amount;
   }
 
