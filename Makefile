@@ -1,9 +1,11 @@
 # The project's commands. `make test` configures, builds and runs the whole
-# test suite from a fresh clone; `make run` runs the example host.
+# test suite from a fresh clone; `make run` builds the tool vaxo057 alone
+# and takes a tour of it.
 
 BUILD_DIR ?= build
 SANITIZE_DIR ?= build-sanitize
 FUZZ_DIR ?= build-fuzz
+RUN_DIR ?= build-run
 FUZZ_SECONDS ?= 30
 FUZZ_SMOKE_SECONDS ?= 15
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
@@ -68,11 +70,16 @@ package-check: build
 	    $$(pkg-config --cflags --libs vaxo057) -Wl,-rpath,$$(pkg-config --variable=libdir vaxo057)
 	$(PACKAGE_DIR)/pkgconfig-consumer
 
-run: build
-	$(BUILD_DIR)/tools/vaxo057-example
+# Only what the tool needs (no tests, benchmarks or example), in a folder
+# of its own; the tour writes its files to $(RUN_DIR)/tour.
+RUN_FLAGS = -DCMAKE_BUILD_TYPE=Release -DVAXO057_BUILD_TESTS=OFF -DVAXO057_BUILD_BENCHMARKS=OFF -DVAXO057_INSTALL=OFF
+run:
+	cmake -S . -B $(RUN_DIR) $(RUN_FLAGS)
+	cmake --build $(RUN_DIR) -j $(JOBS) --target vaxo057-cli
+	cli/tour.sh $(RUN_DIR)/cli/vaxo057 $(RUN_DIR)/tour
 
 bench: build
 	@for b in $(BUILD_DIR)/bench/*_bench; do echo "== $$b"; $$b; done
 
 clean:
-	rm -rf $(BUILD_DIR) $(SANITIZE_DIR) $(FUZZ_DIR)
+	rm -rf $(BUILD_DIR) $(SANITIZE_DIR) $(FUZZ_DIR) $(RUN_DIR)

@@ -29,6 +29,11 @@
 #include "DataMgr/schema/ListItemTextDesc.h"
 #include "DataMgr/sort/SortOrderMgr.h"
 #include "fuzz/FuzzLoad.h"
+#ifdef VAXO057_FUZZ_IO
+#include "DataMgr/filter/DataFilterMgr.h"
+#include "io/CsvExport.h"
+#include "io/DocumentJson.h"
+#endif
 
 namespace {
 
@@ -350,6 +355,33 @@ std::vector<Bytes> DocumentSeeds() {
   return {StoreBytes(empty), StoreBytes(doc)};
 }
 
+#ifdef VAXO057_FUZZ_IO
+Bytes BytesOf(const std::string& text) { return Bytes(text.begin(), text.end()); }
+
+// The document seeds as JSON, indented and on one line.
+std::vector<Bytes> JsonSeeds() {
+  std::vector<Bytes> seeds;
+  for (const Bytes& archive : DocumentSeeds()) {
+    DataMgmt doc;
+    fuzz::LoadBytes(archive.data(), archive.size(), doc);
+    seeds.push_back(BytesOf(DocumentJson::Write(doc, true)));
+    seeds.push_back(BytesOf(DocumentJson::Write(doc, false)));
+  }
+  return seeds;
+}
+
+// The document seeds as CSV, and a CSV of quoted fields and line breaks.
+std::vector<Bytes> CsvSeeds() {
+  std::vector<Bytes> seeds = {BytesOf("Title,Year,Read\r\n\"Dune, a novel\",1965,yes\r\n\"Two\nlines\",,no\r\n")};
+  for (const Bytes& archive : DocumentSeeds()) {
+    DataMgmt doc;
+    fuzz::LoadBytes(archive.data(), archive.size(), doc);
+    seeds.push_back(BytesOf(CsvExport::Write(doc, DataFilterMgr())));
+  }
+  return seeds;
+}
+#endif
+
 bool WriteSeeds(const std::filesystem::path& root, const char* pszTarget, const std::vector<Bytes>& seeds) {
   const std::filesystem::path folder = root / pszTarget;
   std::error_code error;
@@ -393,5 +425,10 @@ int main(int argc, char** argv) {
                         WriteSeeds(root, "weblinkmgr_fuzzer", WebLinkMgrSeeds()) &&
                         WriteSeeds(root, "datafindmgr_fuzzer", DataFindMgrSeeds()) &&
                         WriteSeeds(root, "documentfile_fuzzer", DocumentSeeds());
+#ifdef VAXO057_FUZZ_IO
+  if (!WriteSeeds(root, "documentjson_fuzzer", JsonSeeds()) || !WriteSeeds(root, "csvimport_fuzzer", CsvSeeds())) {
+    return 1;
+  }
+#endif
   return bWritten ? 0 : 1;
 }

@@ -68,6 +68,9 @@ class VAXO057_API DataItem final : public DataRecord {
   using DataRecord::ClearUndoData;
 
   void SetLastModified() { m_dtLastModified.SetToCurrent(); }
+  // Restores a time kept elsewhere (a document converted back from another
+  // form), as loading restores the stored time.
+  void SetLastModified(const DateTime& time) { m_dtLastModified = time; }
   void GetLastModified(DateTime& out) const { out = m_dtLastModified; }
 
   DataSubItemMgr& GetSubItemsMgr() { return m_subItems; }

@@ -162,6 +162,10 @@ class VAXO057_API DataProp {
   // more entries were never numbered (all IDs 0 or -1), numbers them anew
   // from 0 in display order.
   void RefreshNextListItemID();
+  // The ID the next new entry gets. Setting it is for restoring a column
+  // kept in another form; an ID below an entry's would be handed out twice.
+  int GetNextListItemID() const { return m_nNextListItemID; }
+  void SetNextListItemID(int nID) { m_nNextListItemID = nID; }
   // Appends the IDs of the entries whose text contains text (case-sensitive).
   void FindListItemIDsContaining(const CString& text, std::vector<int>& ids) const;
 

@@ -34,6 +34,9 @@ class VAXO057_API ListItem {
 
   int GetID() const { return m_nID; }
   int GetUsageCount() const { return m_nUsageCount; }
+  // Restores a count kept elsewhere (a document converted back from
+  // another form), unchecked as loading is.
+  void SetUsageCount(int nCount) { m_nUsageCount = nCount; }
 
   bool operator==(const ListItem& other) const { return m_nID == other.m_nID; }
   bool operator<(const ListItem& other) const { return m_nID < other.m_nID; }
