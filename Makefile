@@ -22,7 +22,7 @@ FUZZ_RUN_FLAGS = -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -malloc_limi
 export ASAN_OPTIONS ?= detect_leaks=1:abort_on_error=1:strict_string_checks=1
 export UBSAN_OPTIONS ?= halt_on_error=1:print_stacktrace=1
 
-.PHONY: all build test test-sanitize fuzz fuzz-smoke run bench clean package-check
+.PHONY: all build test test-sanitize fuzz fuzz-smoke run bench clean package-check coverage test-ratio
 
 all: build
 
@@ -78,8 +78,31 @@ run:
 	cmake --build $(RUN_DIR) -j $(JOBS) --target vaxo057-cli
 	cli/tour.sh $(RUN_DIR)/cli/vaxo057 $(RUN_DIR)/tour
 
+# Line coverage of the library by the whole suite, per source folder
+# (needs gcovr). The counters start from zero on every run; keep a copy of
+# $(COVERAGE_DIR)/coverage.json to see which lines a change leaves uncovered
+# (tools/testfigures.py lost BEFORE.json AFTER.json).
+COVERAGE_DIR ?= build-coverage
+COVERAGE_FLAGS = -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=--coverage \
+                 -DCMAKE_EXE_LINKER_FLAGS=--coverage -DCMAKE_SHARED_LINKER_FLAGS=--coverage \
+                 -DVAXO057_BUILD_BENCHMARKS=OFF -DVAXO057_BUILD_FUZZERS=OFF -DVAXO057_BUILD_TOOLS=ON
+coverage:
+	cmake -S . -B $(COVERAGE_DIR) $(COVERAGE_FLAGS)
+	cmake --build $(COVERAGE_DIR) -j $(JOBS)
+	find $(COVERAGE_DIR) -name '*.gcda' -delete
+	ctest --test-dir $(COVERAGE_DIR) --output-on-failure -j $(JOBS)
+	gcovr -r . $(COVERAGE_DIR) -j $(JOBS) --exclude 'tests/' --exclude 'bench/' --exclude 'fuzz/' \
+	  --exclude 'examples/' --exclude 'build[^/]*/' --json-summary-pretty \
+	  --json-summary $(COVERAGE_DIR)/coverage-summary.json --json $(COVERAGE_DIR)/coverage.json \
+	  --txt $(COVERAGE_DIR)/coverage.txt
+	python3 tools/testfigures.py coverage $(COVERAGE_DIR)/coverage-summary.json
+
+# Lines of .cpp/.h under tests/ against the library, tools and examples.
+test-ratio:
+	@python3 tools/testfigures.py ratio
+
 bench: build
 	@for b in $(BUILD_DIR)/bench/*_bench; do echo "== $$b"; $$b; done
 
 clean:
-	rm -rf $(BUILD_DIR) $(SANITIZE_DIR) $(FUZZ_DIR) $(RUN_DIR)
+	rm -rf $(BUILD_DIR) $(SANITIZE_DIR) $(FUZZ_DIR) $(RUN_DIR) $(COVERAGE_DIR)

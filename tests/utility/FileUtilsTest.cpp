@@ -8,40 +8,38 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/TableTestSupport.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TextArraySupport.h"
 
 using test_support::Elements;
+using test_support::ExpectRows;
 using test_support::MakeTextArray;
 using test_support::ReadRaw;
 using test_support::TempFolder;
 using test_support::WriteRaw;
+using Lines = std::vector<std::string>;
 
 namespace {
-
-std::vector<std::string> ReadLines(const std::string& path) {
-  TextArray lines;
-  EXPECT_TRUE(FileUtils::ReadFileContent(path.c_str(), lines, false, nullptr)) << path;
-  return Elements(lines);
-}
 
 size_t EntryCount(const std::string& folder) {
   return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder),
                                            std::filesystem::directory_iterator()));
 }
 
+bool Write(const std::string& path, const TextArray& lines, bool bAppend, bool bCRLF) {
+  return FileUtils::WriteFileContent(path.c_str(), lines, bAppend, bCRLF);
+}
+
 }  // namespace
 
 TEST(FileUtilsTest, FileNamesInBothSeparatorStyles) {
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("C:\\Photos\\img.2010.jpg", true), "img.2010.jpg");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("C:\\Photos\\img.2010.jpg", false), "img.2010");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("/home/ann/notes", false), "notes");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("dir\\sub/file.txt", true), "file.txt");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("C:file.txt", true), "file.txt");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("/home/ann/.profile", false), ".profile");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("name.", false), "name");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("C:\\Photos\\", true), "");
-  EXPECT_EQ(FileUtils::ParseFileNameFromPath("", true), "");
+  ExpectRows<const char*>([](const char* p) { return FileUtils::ParseFileNameFromPath(p, true); },
+                          {{"C:\\Photos\\img.2010.jpg", "img.2010.jpg"}, {"dir\\sub/file.txt", "file.txt"},
+                           {"C:file.txt", "file.txt"}, {"C:\\Photos\\", ""}, {"", ""}});
+  ExpectRows<const char*>([](const char* p) { return FileUtils::ParseFileNameFromPath(p, false); },
+                          {{"C:\\Photos\\img.2010.jpg", "img.2010"}, {"/home/ann/notes", "notes"},
+                           {"/home/ann/.profile", ".profile"}, {"name.", "name"}});
 }
 
 TEST(FileUtilsTest, FileTestsAndTheirFlags) {
@@ -51,85 +49,72 @@ TEST(FileUtilsTest, FileTestsAndTheirFlags) {
   EXPECT_TRUE(FileUtils::DoesFileExist(file.c_str()));
   EXPECT_FALSE(FileUtils::DoesFileExist(temp.Path().c_str()));
   EXPECT_FALSE(FileUtils::DoesFileExist((temp / "b.txt").c_str()));
-
-  EXPECT_TRUE(FileUtils::IsFile(file.c_str(), true, false));
-  EXPECT_FALSE(FileUtils::IsFile((temp / "b.txt").c_str(), true, true));
-  EXPECT_TRUE(FileUtils::IsFile((temp / "b.txt").c_str(), false, false));
-  EXPECT_FALSE(FileUtils::IsFile(temp.Path().c_str(), false, false));
-  EXPECT_FALSE(FileUtils::IsFile((temp / "folder/").c_str(), false, false));
-  EXPECT_FALSE(FileUtils::IsFile("C:", false, false));
-  EXPECT_FALSE(FileUtils::IsFile("  ", false, true));
-  EXPECT_TRUE(FileUtils::IsFile("http://example.com/a.jpg", true, true));
-  EXPECT_FALSE(FileUtils::IsFile("http://example.com/a.jpg", false, false));
+  struct Row {
+    std::string path;
+    bool bMustExist, bAcceptInternet, bIsFile;
+  };
+  const Row rows[] = {
+      {file, true, false, true},          {temp / "b.txt", true, true, false}, {temp / "b.txt", false, false, true},
+      {temp.Path(), false, false, false}, {temp / "dir/", false, false, false}, {"C:", false, false, false},
+      {"  ", false, true, false},         {"http://x.com/a.jpg", true, true, true},
+      {"http://x.com/a.jpg", false, false, false},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(FileUtils::IsFile(row.path.c_str(), row.bMustExist, row.bAcceptInternet), row.bIsFile)
+        << row.path << " " << row.bMustExist << row.bAcceptInternet;
+  }
 }
 
-TEST(FileUtilsTest, ReadingSplitsAtEveryLineEndStyle) {
+TEST(FileUtilsTest, ReadingSplitsAtEveryLineEndAppendsAndReportsFailures) {
   TempFolder temp;
   const std::string path = temp / "in.txt";
-  WriteRaw(path, "unix\nwindows\r\nold mac\rlast");
-  EXPECT_EQ(ReadLines(path), (std::vector<std::string>{"unix", "windows", "old mac", "last"}));
-  WriteRaw(path, "a\r\n\r\nb\n\nc\r\rd\n");
-  EXPECT_EQ(ReadLines(path), (std::vector<std::string>{"a", "", "b", "", "c", "", "d"}));
-  WriteRaw(path, "\r\n");
-  EXPECT_EQ(ReadLines(path), (std::vector<std::string>{""}));
-  WriteRaw(path, "\n\r");
-  EXPECT_EQ(ReadLines(path), (std::vector<std::string>{"", ""}));
-  WriteRaw(path, "");
-  EXPECT_TRUE(ReadLines(path).empty());
-  WriteRaw(path, std::string("nul\0byte\r", 9));
-  EXPECT_EQ(ReadLines(path), (std::vector<std::string>{std::string("nul\0byte", 8)}));
-}
-
-TEST(FileUtilsTest, ReadingAppendsOrReplacesAndReportsFailures) {
-  TempFolder temp;
-  const std::string path = temp / "in.txt";
-  WriteRaw(path, "b\n");
+  const std::pair<std::string, Lines> rows[] = {
+      {"unix\nwindows\r\nold mac\rlast", {"unix", "windows", "old mac", "last"}},
+      {"a\r\n\r\nb\n\nc\r\rd\n", {"a", "", "b", "", "c", "", "d"}},
+      {"\n\r", {"", ""}},
+      {"", {}},
+      {std::string("nul\0byte\r", 9), {std::string("nul\0byte", 8)}},
+  };
+  for (const auto& row : rows) {
+    WriteRaw(path, row.first);
+    TextArray lines = MakeTextArray({"old"});
+    EXPECT_TRUE(FileUtils::ReadFileContent(path.c_str(), lines, false, nullptr));
+    EXPECT_EQ(Elements(lines), row.second) << row.first;
+  }
   TextArray lines = MakeTextArray({"a"});
   CString error = "stale";
   EXPECT_TRUE(FileUtils::ReadFileContent(path.c_str(), lines, true, &error));
-  EXPECT_EQ(Elements(lines), (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(Elements(lines), (Lines{"a", std::string("nul\0byte", 8)}));
   EXPECT_EQ(error, "");
-
   for (const std::string& bad : {temp / "missing.txt", temp.Path(), std::string()}) {
     EXPECT_FALSE(FileUtils::ReadFileContent(bad.c_str(), lines, false, &error)) << bad;
     EXPECT_FALSE(error.IsEmpty()) << bad;
-    EXPECT_EQ(Elements(lines), (std::vector<std::string>{"a", "b"})) << bad;
+    EXPECT_EQ(lines.GetSize(), 2) << bad;
   }
   EXPECT_FALSE(FileUtils::ReadFileContent((temp / "missing.txt").c_str(), lines, false, nullptr));
 }
 
-TEST(FileUtilsTest, WritingChoosesTheLineEndAndAppends) {
+TEST(FileUtilsTest, WritingChoosesTheLineEndAppendsAndKeepsPermissionsAndLinks) {
   TempFolder temp;
   const std::string path = temp / "out.txt";
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"one", "", "two"}), false, false));
-  EXPECT_EQ(ReadRaw(path), "one\n\ntwo\n");
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"three"}), true, true));
-  EXPECT_EQ(ReadRaw(path), "one\n\ntwo\nthree\r\n");
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"new"}), false, true));
-  EXPECT_EQ(ReadRaw(path), "new\r\n");
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), TextArray(), false, false));
-  EXPECT_EQ(ReadRaw(path), "");
-  ASSERT_TRUE(FileUtils::WriteFileContent((temp / "fresh.txt").c_str(), MakeTextArray({"x"}), true, false));
-  EXPECT_EQ(ReadRaw(temp / "fresh.txt"), "x\n");
-  // Only the two files: no temporary file is left behind.
-  EXPECT_EQ(EntryCount(temp.Path()), 2u);
-}
-
-TEST(FileUtilsTest, WritingKeepsPermissionsAndFollowsLinks) {
-  TempFolder temp;
-  const std::string path = temp / "out.txt";
-  WriteRaw(path, "old\n");
+  const auto written = [&](const std::string& target, const TextArray& lines, bool bAppend, bool bCRLF) {
+    return Write(target, lines, bAppend, bCRLF) ? ReadRaw(path) : "failed";
+  };
+  EXPECT_EQ(written(path, MakeTextArray({"one", "", "two"}), false, false), "one\n\ntwo\n");
+  EXPECT_EQ(written(path, MakeTextArray({"three"}), true, true), "one\n\ntwo\nthree\r\n");
   ASSERT_EQ(chmod(path.c_str(), 0640), 0);
-  ASSERT_TRUE(FileUtils::WriteFileContent(path.c_str(), MakeTextArray({"new"}), false, false));
+  EXPECT_EQ(written(path, TextArray(), false, false), "");
   struct stat info {};
   ASSERT_EQ(stat(path.c_str(), &info), 0);
   EXPECT_EQ(info.st_mode & 07777, 0640u);
-
   const std::string link = temp / "link.txt";
   std::filesystem::create_symlink(path, link);
-  ASSERT_TRUE(FileUtils::WriteFileContent(link.c_str(), MakeTextArray({"through"}), false, false));
+  EXPECT_EQ(written(link, MakeTextArray({"through"}), false, true), "through\r\n");
   EXPECT_TRUE(std::filesystem::is_symlink(link));
-  EXPECT_EQ(ReadRaw(path), "through\n");
+  ASSERT_TRUE(Write(temp / "fresh.txt", MakeTextArray({"x"}), true, false));
+  EXPECT_EQ(ReadRaw(temp / "fresh.txt"), "x\n");
+  // Only the files written: no temporary file is left behind.
+  EXPECT_EQ(EntryCount(temp.Path()), 3u);
 }
 
 // Each of these fails even for a user who may write anywhere; the file
@@ -147,77 +132,59 @@ TEST(FileUtilsTest, FailedWritesLeaveEverythingAsItWas) {
       "",
   };
   for (const std::string& target : targets) {
-    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), MakeTextArray({"new"}), false, false)) << target;
-    EXPECT_FALSE(FileUtils::WriteFileContent(target.c_str(), MakeTextArray({"new"}), true, true)) << target;
+    EXPECT_FALSE(Write(target, MakeTextArray({"new"}), false, false)) << target;
+    EXPECT_FALSE(Write(target, MakeTextArray({"new"}), true, true)) << target;
   }
   EXPECT_EQ(ReadRaw(kept), "old content\n");
-  EXPECT_TRUE(std::filesystem::is_directory(temp / "dir"));
   EXPECT_EQ(EntryCount(temp / "dir"), 0u);
   EXPECT_EQ(EntryCount(temp.Path()), 2u);
 }
 
-TEST(FileUtilsTest, FileListsInNaturalOrder) {
+TEST(FileUtilsTest, FileListsInNaturalOrderAndFileSpecs) {
   TempFolder temp;
   for (const char* pszName : {"page10.html", "page2.html", "Page1.html", "notes.txt"}) WriteRaw(temp / pszName, "");
   std::filesystem::create_directory(temp / "page3.html");
   TextArray files = MakeTextArray({"stale"});
   ASSERT_TRUE(FileUtils::GetFileList(temp.Path().c_str(), files, false));
-  EXPECT_EQ(Elements(files), (std::vector<std::string>{"notes.txt", "Page1.html", "page2.html", "page10.html"}));
+  EXPECT_EQ(Elements(files), (Lines{"notes.txt", "Page1.html", "page2.html", "page10.html"}));
   ASSERT_TRUE(FileUtils::GetFileList((temp.Path() + "/").c_str(), files, true));
   ASSERT_EQ(files.GetSize(), 4);
   EXPECT_EQ(files[1], (temp / "Page1.html").c_str());
-  ASSERT_TRUE(FileUtils::GetFileList(temp.Path().c_str(), files, true));
-  EXPECT_EQ(files[3], (temp / "page10.html").c_str());
-
   EXPECT_FALSE(FileUtils::GetFileList((temp / "missing").c_str(), files, false));
   EXPECT_EQ(files.GetSize(), 4);
-}
 
-TEST(FileUtilsTest, FileSpecsMatchTheFileName) {
   EXPECT_TRUE(FileUtils::MatchFileSpec("C:\\web\\report12.html", "report*.html", true));
   EXPECT_TRUE(FileUtils::MatchFileSpec("/web/Report12.HTML", "report*.html", false));
-  EXPECT_FALSE(FileUtils::MatchFileSpec("/web/Report12.HTML", "report*.html", true));
   EXPECT_FALSE(FileUtils::MatchFileSpec("/report/x.html", "report*", true));
-  EXPECT_TRUE(FileUtils::MatchFileSpec("a_report_TN.jpg", "*_report_TN.*", true));
 }
 
-TEST(FileUtilsTest, MovingFiles) {
+TEST(FileUtilsTest, MovingAndRenamingFiles) {
   TempFolder temp;
-  std::filesystem::create_directory(temp / "to");
-  const std::string source = temp / "a.html";
-  WriteRaw(source, "A");
-  ASSERT_TRUE(FileUtils::MoveFile(source.c_str(), (temp / "to").c_str(), false));
-  EXPECT_FALSE(std::filesystem::exists(source));
-  EXPECT_EQ(ReadRaw(temp / "to/a.html"), "A");
-
-  WriteRaw(source, "B");
-  EXPECT_FALSE(FileUtils::MoveFile(source.c_str(), (temp / "to/").c_str(), false));
-  EXPECT_EQ(ReadRaw(temp / "to/a.html"), "A");
-  ASSERT_TRUE(FileUtils::MoveFile(source.c_str(), (temp / "to/").c_str(), true));
-  EXPECT_EQ(ReadRaw(temp / "to/a.html"), "B");
-
-  EXPECT_FALSE(FileUtils::MoveFile((temp / "none.html").c_str(), (temp / "to").c_str(), true));
-  EXPECT_FALSE(FileUtils::MoveFile((temp / "to/a.html").c_str(), (temp / "missing/").c_str(), true));
-  // A folder in the way is never replaced, even with overwriting allowed.
+  std::filesystem::create_directories(temp / "to");
   std::filesystem::create_directories(temp / "c/a.html");
-  EXPECT_FALSE(FileUtils::MoveFile((temp / "to/a.html").c_str(), (temp / "c").c_str(), true));
-  EXPECT_EQ(ReadRaw(temp / "to/a.html"), "B");
-  EXPECT_TRUE(std::filesystem::is_directory(temp / "c/a.html"));
-}
+  const std::string source = temp / "a.html";
+  const std::string moved = temp / "to/a.html";
+  const auto move = [](const std::string& from, const std::string& to, bool bOverwrite) {
+    return FileUtils::MoveFile(from.c_str(), to.c_str(), bOverwrite);
+  };
+  WriteRaw(source, "A");
+  ASSERT_TRUE(move(source, temp / "to", false));
+  EXPECT_FALSE(std::filesystem::exists(source));
+  WriteRaw(source, "B");
+  EXPECT_FALSE(move(source, temp / "to/", false));
+  EXPECT_EQ(ReadRaw(moved), "A");
+  ASSERT_TRUE(move(source, temp / "to/", true));
+  EXPECT_FALSE(move(temp / "none.html", temp / "to", true));
+  EXPECT_FALSE(move(moved, temp / "missing/", true));
+  EXPECT_FALSE(move(moved, temp / "c", true));  // a folder in the way is never replaced
+  EXPECT_EQ(ReadRaw(moved), "B");
 
-TEST(FileUtilsTest, RenamingFilesInTheirFolder) {
-  TempFolder temp;
-  const std::string path = temp / "old.html";
-  WriteRaw(path, "x");
-  WriteRaw(temp / "taken.html", "y");
-  EXPECT_FALSE(FileUtils::RenameFile(path.c_str(), "taken.html", false));
-  EXPECT_FALSE(FileUtils::RenameFile(path.c_str(), "sub/new.html", true));
-  EXPECT_FALSE(FileUtils::RenameFile(path.c_str(), "..", true));
-  EXPECT_FALSE(FileUtils::RenameFile(path.c_str(), "", true));
-  EXPECT_EQ(ReadRaw(path), "x");
-  ASSERT_TRUE(FileUtils::RenameFile(path.c_str(), "new.html", false));
-  EXPECT_EQ(ReadRaw(temp / "new.html"), "x");
-  EXPECT_FALSE(std::filesystem::exists(path));
-  ASSERT_TRUE(FileUtils::RenameFile((temp / "new.html").c_str(), "taken.html", true));
-  EXPECT_EQ(ReadRaw(temp / "taken.html"), "x");
+  WriteRaw(temp / "to/taken.html", "y");
+  for (const char* pszBad : {"taken.html", "sub/new.html", "..", ""}) {
+    EXPECT_FALSE(FileUtils::RenameFile(moved.c_str(), pszBad, false)) << pszBad;
+  }
+  ASSERT_TRUE(FileUtils::RenameFile(moved.c_str(), "new.html", false));
+  EXPECT_FALSE(std::filesystem::exists(moved));
+  ASSERT_TRUE(FileUtils::RenameFile((temp / "to/new.html").c_str(), "taken.html", true));
+  EXPECT_EQ(ReadRaw(temp / "to/taken.html"), "B");
 }

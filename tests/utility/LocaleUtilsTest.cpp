@@ -4,6 +4,8 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <optional>
+#include <sstream>
 #include <string>
 
 #include "tests/support/LocaleTestSupport.h"
@@ -12,74 +14,59 @@ namespace {
 
 using LocaleUtilsTest = test_support::UsLocaleTest;
 
-// Sets one environment variable for the life of the object.
-class ScopedEnvironment {
+// Sets LC_ALL for the life of the object.
+class ScopedLcAll {
  public:
-  ScopedEnvironment(const char* pszName, const char* pszValue) : m_strName(pszName) {
-    const char* pszOld = std::getenv(pszName);
-    m_bHadValue = pszOld != nullptr;
-    if (m_bHadValue) m_strOld = pszOld;
-    setenv(pszName, pszValue, 1);
+  explicit ScopedLcAll(const char* pszValue) {
+    if (const char* pszOld = std::getenv("LC_ALL")) m_old = pszOld;
+    setenv("LC_ALL", pszValue, 1);
   }
-  ~ScopedEnvironment() {
-    if (m_bHadValue) {
-      setenv(m_strName.c_str(), m_strOld.c_str(), 1);
-    } else {
-      unsetenv(m_strName.c_str());
-    }
-  }
-  ScopedEnvironment(const ScopedEnvironment&) = delete;
-  ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+  ~ScopedLcAll() { m_old ? setenv("LC_ALL", m_old->c_str(), 1) : unsetenv("LC_ALL"); }
 
  private:
-  std::string m_strName;
-  std::string m_strOld;
-  bool m_bHadValue = false;
+  std::optional<std::string> m_old;
 };
 
-void ExpectUnitedStatesConventions() {
-  EXPECT_EQ(LocaleUtils::GetNumberDecimalSeparator(), ".");
-  EXPECT_EQ(LocaleUtils::GetNumberThousandsSeparator(), ",");
-  EXPECT_EQ(LocaleUtils::GetNumberFractionalDigits(), 2);
-  EXPECT_EQ(LocaleUtils::GetCurrencyDecimalSeparator(), ".");
-  EXPECT_EQ(LocaleUtils::GetCurrencyThousandsSeparator(), ",");
-  EXPECT_EQ(LocaleUtils::GetCurrencyFractionalDigits(), 2);
-  EXPECT_EQ(LocaleUtils::GetDateSeparator(), "/");
-  EXPECT_EQ(LocaleUtils::GetDateOrder(), LocaleUtils::MONTH_DAY_YEAR);
-  EXPECT_EQ(LocaleUtils::GetTimeSeparator(), ":");
-  EXPECT_FALSE(LocaleUtils::GetUse24HourClock());
-  EXPECT_EQ(LocaleUtils::GetCountryName(), "United States");
+// Every convention in one line: number, currency, date, time, country.
+std::string Conventions() {
+  using L = LocaleUtils;
+  std::ostringstream text;
+  text << L::GetNumberDecimalSeparator() << L::GetNumberThousandsSeparator() << L::GetNumberFractionalDigits() << ' '
+       << L::GetCurrencyDecimalSeparator() << L::GetCurrencyThousandsSeparator() << L::GetCurrencyFractionalDigits()
+       << ' ' << L::GetDateSeparator() << L::GetDateOrder() << ' ' << L::GetTimeSeparator()
+       << (L::GetUse24HourClock() ? " 24h " : " 12h ") << L::GetCountryName();
+  return text.str();
 }
 
 }  // namespace
 
 TEST_F(LocaleUtilsTest, EmptySeparatorsAreIgnoredAndDigitsClamped) {
+  const std::string unitedStates = Conventions();
   LocaleUtils::SetNumberDecimalSeparator("");
   LocaleUtils::SetDateSeparator("");
   LocaleUtils::SetCountryName("");
+  EXPECT_EQ(Conventions(), unitedStates);
   LocaleUtils::SetNumberFractionalDigits(-1);
   LocaleUtils::SetCurrencyFractionalDigits(40);
-  EXPECT_EQ(LocaleUtils::GetNumberDecimalSeparator(), ".");
-  EXPECT_EQ(LocaleUtils::GetDateSeparator(), "/");
-  EXPECT_EQ(LocaleUtils::GetCountryName(), "United States");
   EXPECT_EQ(LocaleUtils::GetNumberFractionalDigits(), 0);
   EXPECT_EQ(LocaleUtils::GetCurrencyFractionalDigits(), 9);
 }
 
 TEST_F(LocaleUtilsTest, CAndUnknownLocalesKeepTheUnitedStatesConventions) {
+  const std::string unitedStates = Conventions();
+  ASSERT_EQ(unitedStates, ".,2 .,2 /" + std::to_string(LocaleUtils::MONTH_DAY_YEAR) + " : 12h United States");
   for (const char* pszLocale : {"C", "POSIX", "C.UTF-8", "xx_NOWHERE.UTF-8"}) {
-    SCOPED_TRACE(pszLocale);
     LocaleUtils::SetNumberDecimalSeparator(",");
     LocaleUtils::SetDateOrder(LocaleUtils::YEAR_MONTH_DAY);
-    ScopedEnvironment environment("LC_ALL", pszLocale);
+    ScopedLcAll environment(pszLocale);
     LocaleUtils::ResetToEnvironment();
-    ExpectUnitedStatesConventions();
+    EXPECT_EQ(Conventions(), unitedStates) << pszLocale;
   }
 }
 
 TEST_F(LocaleUtilsTest, ReadingTheEnvironmentLeavesTheProcessLocaleAlone) {
   const std::string before = std::setlocale(LC_ALL, nullptr);
-  ScopedEnvironment environment("LC_ALL", "de_DE.UTF-8");
+  ScopedLcAll environment("de_DE.UTF-8");
   LocaleUtils::ResetToEnvironment();
   EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
 }
