@@ -202,11 +202,14 @@ TEST(DataItemMgrTest, ALoadCutShortKeepsWhatItRead) {
   EXPECT_EQ(IntOf(*subItemList.GetAt(0), 1), 0);
 }
 
-// A created copy is new: the current time, no history, and its sub-items
-// follow its ID; an item taken out is the caller's.
+// Setting all values leaves the sub-items alone. A created copy is new:
+// the current time, no history, and its sub-items follow its ID; an item
+// taken out is the caller's.
 TEST(DataItemMgrTest, CopiesRemovalAndRenumbering) {
   TestItemMgr items;
   LoadAll(ItemList(4, {3}), items);
+  items.SetAllData(2, "t");
+  EXPECT_FALSE(items.GetAt(0)->GetSubItemsMgr().GetAt(0)->HaveDataPropString(2));
   items.GetAt(0)->SetData(1, 30, true);
   DataItem* pCopy = items.Create(items.GetAt(0), true, true);
   EXPECT_EQ(pCopy->GetID(), 4);
