@@ -196,8 +196,8 @@ TEST(RecordTest, EqualityLooksAtValuesAndFlagsOnly) {
 // deletes it from one kind (or, last, from all) and leaves the others.
 TEST(RecordTest, DeletingAColumnReachesTheSubItemsAndChangingAnIDDoesNot) {
   using HaveKind = bool (Data::*)(int) const;
-  const HaveKind kinds[] = {&Data::HaveDataPropBool,  &Data::HaveDataPropInt,      &Data::HaveDataPropDouble,
-                            &Data::HaveDataPropMoney, &Data::HaveDataPropDateTime, &Data::HaveDataPropString};
+  const std::vector<HaveKind> kinds = {&Data::HaveDataPropBool,  &Data::HaveDataPropInt,      &Data::HaveDataPropDouble,
+                                      &Data::HaveDataPropMoney, &Data::HaveDataPropDateTime, &Data::HaveDataPropString};
   const struct {
     void (DataItem::*pDelete)(int);
     int nKind;  // the kind deleted; -1 for all
