@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <typeinfo>
 #include <vector>
 
 #include "DataMgr/schema/DataProp.h"
@@ -20,8 +21,16 @@ DataProp Column(DataType::Type nType) {
   return column;
 }
 
-ListItem* Add(DataProp& column, int nID, const char* text) {
-  ListItem* item = column.CreateListItem(true, nID);
+// A value list of select type with the entries created by these IDs (-1:
+// the next one).
+DataProp WithEntries(std::initializer_list<int> ids) {
+  DataProp column = Column(DataType::ValueListSelect);
+  for (int nID : ids) column.CreateListItem(true, nID);
+  return column;
+}
+
+ListItem* Add(DataProp& column, const char* text) {
+  ListItem* item = column.CreateListItem(true, -1);
   item->SetTextRepresentation(text);
   return item;
 }
@@ -32,45 +41,38 @@ std::vector<int> IDs(const DataProp& column) {
   return ids;
 }
 
-std::vector<CString> Texts(const DataProp& column) {
-  std::vector<CString> texts;
-  for (size_t i = 0; i < column.GetListItemsCount(); ++i) {
-    texts.push_back(column.GetListItemAt(i)->GetTextRepresentation());
-  }
-  return texts;
-}
-
 }  // namespace
 
 TEST_F(DataPropListTest, EachListTypeCreatesItsEntryClass) {
-  for (auto nType : {DataType::NumberListSuggested, DataType::NumberListSelect}) {
-    EXPECT_NE(dynamic_cast<ListItemNumber*>(Column(nType).CreateListItem(true, -1)), nullptr);
-  }
-  for (auto nType : {DataType::DecimalListSuggested, DataType::DecimalListSelect}) {
-    EXPECT_NE(dynamic_cast<ListItemDouble*>(Column(nType).CreateListItem(true, -1)), nullptr);
-  }
-  for (auto nType : {DataType::DescValueListSuggested, DataType::DescValueListSelect}) {
-    EXPECT_NE(dynamic_cast<ListItemTextDesc*>(Column(nType).CreateListItem(true, -1)), nullptr);
-  }
-  DataProp values = Column(DataType::ValueListSuggested);
-  ListItem* item = values.CreateListItem(true, -1);
-  EXPECT_NE(dynamic_cast<ListItemText*>(item), nullptr);
-  EXPECT_EQ(dynamic_cast<ListItemTextDesc*>(item), nullptr);
-  for (auto nType : {DataType::Text, DataType::AddressBookSelect, DataType::Icon}) {
-    DataProp other = Column(nType);
-    EXPECT_EQ(other.CreateListItem(true, -1), nullptr);
-    EXPECT_EQ(other.GetListItemByValue("x", true), nullptr);
+  const struct {
+    DataType::Type nType;
+    const std::type_info* pClass;  // null: no entries
+  } rows[] = {{DataType::NumberListSuggested, &typeid(ListItemNumber)},
+              {DataType::NumberListSelect, &typeid(ListItemNumber)},
+              {DataType::DecimalListSuggested, &typeid(ListItemDouble)},
+              {DataType::DecimalListSelect, &typeid(ListItemDouble)},
+              {DataType::DescValueListSuggested, &typeid(ListItemTextDesc)},
+              {DataType::DescValueListSelect, &typeid(ListItemTextDesc)},
+              {DataType::ValueListSuggested, &typeid(ListItemText)},
+              {DataType::ValueListSelect, &typeid(ListItemText)},
+              {DataType::Text, nullptr},
+              {DataType::AddressBookSelect, nullptr},
+              {DataType::Icon, nullptr}};
+  for (const auto& row : rows) {
+    DataProp column = Column(row.nType);
+    const ListItem* item = column.CreateListItem(true, -1);
+    EXPECT_EQ(item ? &typeid(*item) : nullptr, row.pClass) << DataType::GetText(row.nType);
+    if (!row.pClass) {
+      EXPECT_EQ(column.GetListItemByValue("x", true), nullptr) << DataType::GetText(row.nType);
+    }
   }
 }
 
-TEST_F(DataPropListTest, CreatedEntriesAreNumberedInOrder) {
-  DataProp column = Column(DataType::ValueListSelect);
-  EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), 0);
-  EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), 1);
-  EXPECT_EQ(column.CreateListItem(true, 10)->GetID(), 10);
-  EXPECT_EQ(column.CreateListItem(true, 4)->GetID(), 4);
-  EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), 11);
-
+// New entries take the next ID past every one given; an entry made under
+// a taken ID is the one found by it; a column deletes only its own.
+TEST_F(DataPropListTest, EntriesAreNumberedAndOwnedByTheirColumn) {
+  DataProp column = WithEntries({-1, -1, 10, 4, -1});
+  EXPECT_EQ(IDs(column), (std::vector<int>{0, 1, 10, 4, 11}));
   std::unique_ptr<ListItem> loose(column.CreateListItem(false, -1));
   EXPECT_EQ(loose->GetID(), 12);
   EXPECT_EQ(column.GetListItemsCount(), 5u);
@@ -78,128 +80,104 @@ TEST_F(DataPropListTest, CreatedEntriesAreNumberedInOrder) {
   EXPECT_EQ(column.GetListItemByID(10), column.GetListItemAt(2));
   EXPECT_EQ(column.GetListItemByID(-1), nullptr);
   EXPECT_EQ(column.GetListItemAt(5), nullptr);
-}
 
-TEST_F(DataPropListTest, AnEntryCreatedUnderATakenIDIsTheOneFoundByIt) {
-  DataProp column = Column(DataType::ValueListSelect);
-  ListItem* first = Add(column, 4, "first");
-  ListItem* second = Add(column, 4, "second");
+  ListItem* first = column.GetListItemByID(4);
+  ListItem* second = column.CreateListItem(true, 4);
   EXPECT_EQ(column.GetListItemByID(4), second);
   EXPECT_TRUE(column.DeleteListItem(first));
   EXPECT_EQ(column.GetListItemByID(4), second);
-  EXPECT_EQ(column.GetListItemsCount(), 1u);
-}
+  EXPECT_FALSE(column.DeleteListItem(first));
 
-TEST_F(DataPropListTest, DeleteOnlyTheColumnsOwnEntries) {
-  DataProp a = Column(DataType::ValueListSelect);
-  DataProp b = Column(DataType::ValueListSelect);
-  ListItem* mine = Add(a, -1, "x");
-  ListItem* theirs = Add(b, -1, "y");
-  EXPECT_FALSE(a.DeleteListItem(theirs));
-  EXPECT_FALSE(a.DeleteListItem(nullptr));
-  EXPECT_EQ(b.GetListItemByID(0), theirs);
-  EXPECT_TRUE(a.DeleteListItem(mine));
-  EXPECT_EQ(a.GetListItemsCount(), 0u);
-  EXPECT_EQ(a.GetListItemByID(0), nullptr);
-  EXPECT_FALSE(a.DeleteListItem(theirs));
+  DataProp other = WithEntries({-1});
+  EXPECT_FALSE(column.DeleteListItem(other.GetListItemAt(0)));
+  EXPECT_FALSE(column.DeleteListItem(nullptr));
+  EXPECT_EQ(other.GetListItemByID(0), other.GetListItemAt(0));
 }
 
 TEST_F(DataPropListTest, ValueLookupIsExactAndInDisplayOrder) {
   DataProp column = Column(DataType::ValueListSelect);
-  Add(column, -1, "Red");
-  ListItem* second = Add(column, -1, "red");
-  Add(column, -1, "red");
+  Add(column, "Red");
+  ListItem* second = Add(column, "red");
+  Add(column, "red");
   const DataProp& view = column;
   EXPECT_EQ(view.GetListItemByValue("red"), second);
   EXPECT_EQ(view.GetListItemByValue("RED"), nullptr);
   EXPECT_EQ(column.GetListItemByValue("RED", false), nullptr);
-
   ListItem* created = column.GetListItemByValue("RED", true);
-  ASSERT_NE(created, nullptr);
-  EXPECT_EQ(created->GetID(), 3);
   EXPECT_EQ(created->GetTextRepresentation(), "RED");
   EXPECT_EQ(column.GetListItemByID(3), created);
   EXPECT_EQ(column.GetListItemAt(3), created);
 }
 
-TEST_F(DataPropListTest, CreatedEntryIsPlacedByItsValueWhenKeptSorted) {
-  DataProp column = Column(DataType::ValueListSuggested);
-  Add(column, -1, "b");
-  Add(column, -1, "d");
-  column.SetKeepListItemsSorted(true);
-  column.GetListItemByValue("c", true);
-  column.GetListItemByValue("A", true);
-  EXPECT_EQ(Texts(column), (std::vector<CString>{"A", "b", "c", "d"}));
+// Turning KeepListItemsSorted on sorts at once (numbers by value); then each
+// new entry is placed by its value, also one created by its text.
+TEST_F(DataPropListTest, KeptSortedEntriesArePlacedByValue) {
+  DataProp numbers = Column(DataType::NumberListSelect);
+  Add(numbers, "30");
+  Add(numbers, "-5");
+  Add(numbers, "7");
+  numbers.SetKeepListItemsSorted(false);
+  EXPECT_EQ(IDs(numbers), (std::vector<int>{0, 1, 2}));
+  numbers.SetKeepListItemsSorted(true);
+  EXPECT_EQ(IDs(numbers), (std::vector<int>{1, 2, 0}));
+  numbers.CreateListItem(true, -1);
+  EXPECT_EQ(IDs(numbers), (std::vector<int>{1, 3, 2, 0}));
+
+  DataProp texts = Column(DataType::ValueListSuggested);
+  Add(texts, "b");
+  Add(texts, "d");
+  texts.SetKeepListItemsSorted(true);
+  texts.GetListItemByValue("c", true);
+  texts.GetListItemByValue("A", true);
+  EXPECT_EQ(IDs(texts), (std::vector<int>{3, 0, 2, 1}));
 }
 
-TEST_F(DataPropListTest, KeepingSortedSortsAtOnceAndOnEveryCreation) {
-  DataProp column = Column(DataType::NumberListSelect);
-  Add(column, -1, "30");
-  Add(column, -1, "-5");
-  Add(column, -1, "7");
-  column.SetKeepListItemsSorted(false);
-  EXPECT_EQ(IDs(column), (std::vector<int>{0, 1, 2}));
-  column.SetKeepListItemsSorted(true);
-  EXPECT_EQ(IDs(column), (std::vector<int>{1, 2, 0}));
-  column.CreateListItem(true, -1);
-  EXPECT_EQ(IDs(column), (std::vector<int>{1, 3, 2, 0}));
-}
-
-TEST_F(DataPropListTest, CompareListItemsByType) {
-  ListItemNumber n1;
+TEST_F(DataPropListTest, CompareListItemsByTheColumnsType) {
   ListItemNumber n2;
-  n1.SetNumber(2);
-  n2.SetNumber(10);
-  EXPECT_TRUE(DataProp::CompareListItems(&n1, &n2, DataType::NumberListSuggested));
-  EXPECT_FALSE(DataProp::CompareListItems(&n2, &n1, DataType::NumberListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(&n1, &n2, DataType::ValueListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(&n1, &n2, DataType::Number));
-
+  ListItemNumber n10;
+  n2.SetNumber(2);
+  n10.SetNumber(10);
   ListItemText apple;
   ListItemTextDesc banana;
   apple.SetTextRepresentation("apple");
   banana.SetTextRepresentation("Banana");
-  EXPECT_TRUE(DataProp::CompareListItems(&apple, &banana, DataType::ValueListSuggested));
-  EXPECT_TRUE(DataProp::CompareListItems(&apple, &banana, DataType::DescValueListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(&banana, &apple, DataType::ValueListSelect));
-
-  ListItemDouble d1;
-  ListItemDouble d2;
-  d1.SetNumber(0.5);
-  d2.SetNumber(0.25);
-  EXPECT_TRUE(DataProp::CompareListItems(&d2, &d1, DataType::DecimalListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(&d1, &d2, DataType::DecimalListSuggested));
-
-  EXPECT_TRUE(DataProp::CompareListItems(nullptr, &d1, DataType::DecimalListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(&d1, nullptr, DataType::DecimalListSelect));
-  EXPECT_FALSE(DataProp::CompareListItems(nullptr, nullptr, DataType::DecimalListSelect));
+  ListItemDouble half;
+  ListItemDouble quarter;
+  half.SetNumber(0.5);
+  quarter.SetNumber(0.25);
+  const struct {
+    const ListItem *a, *b;
+    DataType::Type nType;
+    bool bBefore;
+  } rows[] = {{&n2, &n10, DataType::NumberListSuggested, true},   {&n10, &n2, DataType::NumberListSelect, false},
+              {&n2, &n10, DataType::ValueListSelect, false},      {&n2, &n10, DataType::Number, false},
+              {&apple, &banana, DataType::ValueListSuggested, true}, {&apple, &banana, DataType::DescValueListSelect, true},
+              {&banana, &apple, DataType::ValueListSelect, false}, {&quarter, &half, DataType::DecimalListSelect, true},
+              {&half, &quarter, DataType::DecimalListSuggested, false}, {nullptr, &half, DataType::DecimalListSelect, true},
+              {&half, nullptr, DataType::DecimalListSelect, false}, {nullptr, nullptr, DataType::DecimalListSelect, false}};
+  for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
+    EXPECT_EQ(DataProp::CompareListItems(rows[i].a, rows[i].b, rows[i].nType), rows[i].bBefore) << "row " << i;
+  }
 }
 
-TEST_F(DataPropListTest, SetToDisplayOrderLeavesAnAgreeingOrderAlone) {
-  DataProp empty = Column(DataType::ValueListSelect);
-  EXPECT_FALSE(empty.SetToDisplayOrder({1, 0}));
+TEST_F(DataPropListTest, DisplayOrderSwapAndPosition) {
+  EXPECT_FALSE(WithEntries({}).SetToDisplayOrder({1, 0}));
+  const struct {
+    std::vector<int> order;
+    bool bChanged;
+    std::vector<int> ids;
+  } rows[] = {{{0, 1, 2, 3}, false, {0, 1, 2, 3}}, {{0, 1}, false, {0, 1, 2, 3}}, {{}, false, {0, 1, 2, 3}},
+              {{0, 1, 2, 3, 7}, false, {0, 1, 2, 3}}, {{2, 9, 0}, true, {2, 0, 1, 3}}};
+  for (const auto& row : rows) {
+    DataProp column = WithEntries({-1, -1, -1, -1});
+    EXPECT_EQ(column.SetToDisplayOrder(row.order), row.bChanged) << row.order.size();
+    EXPECT_EQ(IDs(column), row.ids) << row.order.size();
+    EXPECT_EQ(column.GetListItemByID(3), column.GetListItemAt(3)) << row.order.size();
+  }
 
-  DataProp column = Column(DataType::ValueListSelect);
-  for (int i = 0; i < 3; ++i) column.CreateListItem(true, -1);
-  EXPECT_FALSE(column.SetToDisplayOrder({0, 1, 2}));
-  EXPECT_FALSE(column.SetToDisplayOrder({0, 1}));
-  EXPECT_FALSE(column.SetToDisplayOrder({}));
-  EXPECT_FALSE(column.SetToDisplayOrder({0, 1, 2, 7}));
-  EXPECT_EQ(IDs(column), (std::vector<int>{0, 1, 2}));
-}
-
-TEST_F(DataPropListTest, SetToDisplayOrderPutsUnnamedEntriesLast) {
-  DataProp column = Column(DataType::ValueListSelect);
-  for (int i = 0; i < 4; ++i) column.CreateListItem(true, -1);
-  EXPECT_TRUE(column.SetToDisplayOrder({2, 9, 0}));
-  EXPECT_EQ(IDs(column), (std::vector<int>{2, 0, 1, 3}));
-  EXPECT_EQ(column.GetListItemByID(3), column.GetListItemAt(3));
-}
-
-TEST_F(DataPropListTest, SwapAndDisplayPosition) {
-  DataProp column = Column(DataType::ValueListSelect);
+  DataProp column = WithEntries({});
   EXPECT_FALSE(column.SwapListItemArrayPosition(0, 1));
-  for (int i = 0; i < 3; ++i) column.CreateListItem(true, -1);
+  column = WithEntries({-1, -1, -1});
   EXPECT_FALSE(column.SwapListItemArrayPosition(1, 1));
   EXPECT_FALSE(column.SwapListItemArrayPosition(0, 3));
   EXPECT_FALSE(column.SwapListItemArrayPosition(3, 0));
@@ -212,8 +190,8 @@ TEST_F(DataPropListTest, SwapAndDisplayPosition) {
 
 TEST_F(DataPropListTest, ReplaceListItemsTakesOverTheGivenEntries) {
   DataProp column = Column(DataType::ValueListSelect);
-  ListItem* kept = Add(column, -1, "kept");
-  std::unique_ptr<ListItem> dropped(Add(column, -1, "dropped"));
+  ListItem* kept = Add(column, "kept");
+  std::unique_ptr<ListItem> dropped(Add(column, "dropped"));
   auto* added = new ListItemText;
   added->SetID(7);
   std::vector<ListItem*> items = {added, kept};
@@ -223,61 +201,43 @@ TEST_F(DataPropListTest, ReplaceListItemsTakesOverTheGivenEntries) {
   EXPECT_EQ(IDs(column), (std::vector<int>{7, 0}));
   EXPECT_EQ(column.GetListItemByID(1), nullptr);
   EXPECT_EQ(column.GetListItemByID(7), added);
-
   column.ReplaceListItems(items);
   EXPECT_EQ(column.GetListItemsCount(), 0u);
 }
 
-TEST_F(DataPropListTest, RefreshRenumbersEntriesThatWereNeverNumbered) {
-  DataProp column = Column(DataType::ValueListSelect);
-  column.CreateListItem(true, 0);
-  column.CreateListItem(true, 0);
-  column.CreateListItem(true, -2);
-  column.RefreshNextListItemID();
-  EXPECT_EQ(IDs(column), (std::vector<int>{0, 1, 2}));
-  EXPECT_EQ(column.GetListItemByID(1), column.GetListItemAt(1));
-  EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), 3);
+// Entries never numbered (IDs 0 or -1, two or more) are numbered anew in
+// display order; otherwise the next ID goes past the highest, never below 0.
+TEST_F(DataPropListTest, RefreshRenumbersOnlyEntriesThatWereNeverNumbered) {
+  const struct {
+    std::vector<int> created;
+    int nDeleted;  // the ID deleted before the refresh, or -1
+    std::vector<int> ids;
+    int nNext;
+  } rows[] = {{{0, 0, -2}, -1, {0, 1, 2}, 3}, {{5, 0, 30}, 30, {5, 0}, 6}, {{0}, -1, {0}, 1}, {{8}, 8, {}, 0}};
+  for (const auto& row : rows) {
+    DataProp column = Column(DataType::ValueListSelect);
+    for (int nID : row.created) column.CreateListItem(true, nID);
+    if (row.nDeleted >= 0) column.DeleteListItem(column.GetListItemByID(row.nDeleted));
+    column.RefreshNextListItemID();
+    EXPECT_EQ(IDs(column), row.ids) << row.created.size() << " entries";
+    if (!row.ids.empty()) {
+      EXPECT_EQ(column.GetListItemByID(row.ids.back()), column.GetListItemAt(row.ids.size() - 1));
+    }
+    EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), row.nNext) << row.created.size() << " entries";
+  }
 }
 
-TEST_F(DataPropListTest, RefreshKeepsNumberedEntries) {
+TEST_F(DataPropListTest, FindAndTypeChanges) {
   DataProp column = Column(DataType::ValueListSelect);
-  column.CreateListItem(true, 5);
-  column.CreateListItem(true, 0);
-  column.CreateListItem(true, 30);
-  column.DeleteListItem(column.GetListItemByID(30));
-  column.RefreshNextListItemID();
-  EXPECT_EQ(IDs(column), (std::vector<int>{5, 0}));
-  EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), 6);
-
-  DataProp single = Column(DataType::ValueListSelect);
-  single.CreateListItem(true, 0);
-  single.RefreshNextListItemID();
-  EXPECT_EQ(single.CreateListItem(true, -1)->GetID(), 1);
-
-  DataProp none = Column(DataType::ValueListSelect);
-  none.CreateListItem(true, 8);
-  none.DeleteListItem(none.GetListItemByID(8));
-  none.RefreshNextListItemID();
-  EXPECT_EQ(none.CreateListItem(true, -1)->GetID(), 0);
-}
-
-TEST_F(DataPropListTest, FindIDsContainingIsCaseSensitiveAndAppends) {
-  DataProp column = Column(DataType::ValueListSelect);
-  Add(column, -1, "Blue sky");
-  Add(column, -1, "sky blue");
-  Add(column, -1, "grey");
+  Add(column, "Blue sky");
+  Add(column, "sky blue");
+  Add(column, "grey");
   std::vector<int> ids = {-7};
   column.FindListItemIDsContaining("blue", ids);
-  EXPECT_EQ(ids, (std::vector<int>{-7, 1}));
   column.FindListItemIDsContaining("", ids);
-  EXPECT_EQ(ids.size(), 2u);
-}
-
-TEST_F(DataPropListTest, ChangingToATypeWithoutEntriesDropsThem) {
-  DataProp column = Column(DataType::ValueListSelect);
-  Add(column, -1, "x");
+  EXPECT_EQ(ids, (std::vector<int>{-7, 1}));
   column.SetDataType(DataType::ValueListSuggested);
-  EXPECT_EQ(column.GetListItemsCount(), 1u);
+  EXPECT_EQ(column.GetListItemsCount(), 3u);
   column.SetDataType(DataType::Text);
   EXPECT_EQ(column.GetListItemsCount(), 0u);
   EXPECT_EQ(column.GetListItemByID(0), nullptr);

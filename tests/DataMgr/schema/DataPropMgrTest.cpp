@@ -44,17 +44,6 @@ Bytes ColumnRecord(int nID, const char* name) {
 
 }  // namespace
 
-TEST_F(DataPropMgrTest, NewRegistryIsEmpty) {
-  DataPropMgr mgr;
-  EXPECT_EQ(mgr.GetID(), 0);
-  EXPECT_EQ(mgr.GetAppCount(), 0u);
-  EXPECT_EQ(mgr.GetUserCount(), 0u);
-  EXPECT_EQ(mgr.GetByID(-1), nullptr);
-  EXPECT_EQ(mgr.GetByID(0), nullptr);
-  mgr.AddUser(Column(-1), true);
-  EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 5000);
-}
-
 TEST_F(DataPropMgrTest, AddAppFillsSlotsUpToTheColumnsID) {
   DataPropMgr mgr;
   DataProp* first = Column(-1, "first");
@@ -83,53 +72,48 @@ TEST_F(DataPropMgrTest, AddAppFillsSlotsUpToTheColumnsID) {
   EXPECT_EQ(mgr.GetAppCount(), 10u);
 }
 
+// Only loading raises the counter past a kept ID; adding does not.
 TEST_F(DataPropMgrTest, UserIDsAreNeverReused) {
   DataPropMgr mgr;
+  mgr.AddUser(Column(6000), false);
   mgr.AddUser(nullptr, true);
   mgr.AddUser(Column(-1), true);
   mgr.AddUser(Column(-1), true);
-  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 5001);
+  EXPECT_EQ(mgr.GetUserAt(2)->GetID(), 5001);
   EXPECT_TRUE(mgr.DeleteByID(5001));
   mgr.AddUser(Column(-1), true);
-  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 5002);
-  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{5000, 5002}));
+  EXPECT_EQ(mgr.GetUserAt(2)->GetID(), 5002);
+  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{6000, 5000, 5002}));
   mgr.DeleteAll();
   mgr.AddUser(Column(-1), true);
   EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 5000);
 }
 
-// Only loading raises the counter past a kept ID; adding does not.
-TEST_F(DataPropMgrTest, AKeptUserIDLeavesTheCounterAlone) {
-  DataPropMgr mgr;
-  mgr.AddUser(Column(6000), false);
-  mgr.AddUser(Column(-1), true);
-  EXPECT_EQ(mgr.GetUserAt(0)->GetID(), 6000);
-  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 5000);
-  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{6000, 5000}));
-}
-
+// Application slot 2 and user columns 5000, 5001; the first name found
+// (case-sensitive) is an application column's.
 TEST_F(DataPropMgrTest, LookupByIDAndName) {
   DataPropMgr mgr;
   mgr.AddApp(Column(2, "Title"), false);
   mgr.AddUser(Column(-1, "Title"), true);
   mgr.AddUser(Column(-1, "Notes"), true);
-  EXPECT_EQ(mgr.GetByID(2), mgr.GetAppAt(2));
-  EXPECT_EQ(mgr.GetByID(5001), mgr.GetUserAt(1));
-  EXPECT_EQ(mgr.GetByID(1), nullptr);
-  EXPECT_EQ(mgr.GetAppByID(5000), nullptr);
-  EXPECT_EQ(mgr.GetAppByID(9), nullptr);
-  EXPECT_EQ(mgr.GetUserByID(2), nullptr);
-  EXPECT_EQ(mgr.GetUserByID(5000), mgr.GetUserAt(0));
-  EXPECT_EQ(mgr.GetByName("Title"), mgr.GetAppAt(2));
-  EXPECT_EQ(mgr.GetByName("title"), nullptr);
-  EXPECT_EQ(mgr.GetByName("Notes"), mgr.GetUserAt(1));
-  EXPECT_EQ(mgr.GetByName(""), nullptr);
-  EXPECT_EQ(mgr.GetUserByName("Title"), mgr.GetUserAt(0));
-  EXPECT_EQ(mgr.GetAppByName("Notes"), nullptr);
+  const DataProp* app = mgr.GetAppAt(2);
+  const DataProp* title = mgr.GetUserAt(0);
+  const DataProp* notes = mgr.GetUserAt(1);
+  const struct {
+    const char* name;
+    const DataProp* found;
+    const DataProp* expected;
+  } rows[] = {{"ID 2", mgr.GetByID(2), app},           {"ID 5001", mgr.GetByID(5001), notes},
+              {"ID 1", mgr.GetByID(1), nullptr},        {"app ID 5000", mgr.GetAppByID(5000), nullptr},
+              {"app ID 9", mgr.GetAppByID(9), nullptr}, {"user ID 2", mgr.GetUserByID(2), nullptr},
+              {"user ID 5000", mgr.GetUserByID(5000), title}, {"Title", mgr.GetByName("Title"), app},
+              {"title", mgr.GetByName("title"), nullptr}, {"Notes", mgr.GetByName("Notes"), notes},
+              {"empty name", mgr.GetByName(""), nullptr}, {"user Title", mgr.GetUserByName("Title"), title},
+              {"app Notes", mgr.GetAppByName("Notes"), nullptr}, {"app 3", mgr.GetAppAt(3), nullptr},
+              {"user 2", mgr.GetUserAt(2), nullptr}};
+  for (const auto& row : rows) EXPECT_EQ(row.found, row.expected) << row.name;
   EXPECT_EQ(mgr.GetIndexForID(2), 2u);
   EXPECT_EQ(mgr.GetIndexForID(5000), 3u);
-  EXPECT_EQ(mgr.GetAppAt(3), nullptr);
-  EXPECT_EQ(mgr.GetUserAt(2), nullptr);
 }
 
 TEST_F(DataPropMgrTest, DeletingKeepsSlotsAndTheRestOfTheDisplayOrder) {
@@ -187,21 +171,22 @@ TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
   EXPECT_EQ(mgr.GetAppCount(), 5001u);
 }
 
+// Two or more IDs are put in display order, those not in it dropped; a
+// single ID stays as it is.
 TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
-  DataPropMgr mgr;
-  mgr.SetDisplayOrder({3, 5000, 7});
-  std::vector<int> ids = {5000, 3};
-  mgr.SetToDisplayOrder(ids);
-  EXPECT_EQ(ids, (std::vector<int>{3, 5000}));
-  ids = {9};
-  mgr.SetToDisplayOrder(ids);
-  EXPECT_EQ(ids, (std::vector<int>{9}));
-  ids = {7, 9, 3};
-  mgr.SetToDisplayOrder(ids);
-  EXPECT_EQ(ids, (std::vector<int>{3, 7}));
-  mgr.SetDisplayOrder({});
-  mgr.SetToDisplayOrder(ids);
-  EXPECT_TRUE(ids.empty());
+  const struct {
+    std::vector<int> order, ids, expected;
+  } rows[] = {{{3, 5000, 7}, {5000, 3}, {3, 5000}},
+              {{3, 5000, 7}, {9}, {9}},
+              {{3, 5000, 7}, {7, 9, 3}, {3, 7}},
+              {{}, {3, 7}, {}}};
+  for (const auto& row : rows) {
+    DataPropMgr mgr;
+    mgr.SetDisplayOrder(row.order);
+    std::vector<int> ids = row.ids;
+    mgr.SetToDisplayOrder(ids);
+    EXPECT_EQ(ids, row.expected) << row.ids.size() << " IDs";
+  }
 }
 
 TEST_F(DataPropMgrTest, ColumnsOfATypeSkipHiddenFromUIOnlyForApplicationColumns) {
@@ -246,83 +231,67 @@ TEST_F(DataPropMgrTest, HiddenColumnsAreThoseTheUserCanShowAgain) {
   EXPECT_EQ(ids, (std::vector<int>{1, 5000}));
 }
 
-TEST_F(DataPropMgrTest, StoringDropsEmptyEndSlots) {
-  DataPropMgr mgr;
-  mgr.SetID(9);
-  mgr.AddApp(Column(1, "a"), false);
-  mgr.ClearAppSlot(3);
-  mgr.AddUser(Column(-1, "u"), true);
-  const Bytes stored = Store([&](CArchive& ar) { mgr.Serialize(ar); });
-  EXPECT_EQ(mgr.GetAppCount(), 2u);
-  const Bytes expected = ByteWriter()
-                             .Word(4).Int(9)
-                             .Counter(2, false).Int(0).Int(1).Raw(ColumnRecord(1, "a"))  // slots, presence words
-                             .Counter(1, false).Raw(ColumnRecord(5000, "u"))             // user columns
-                             .Counter(2, false).Int(1).Int(5000)                         // display order
-                             .Get();
-  EXPECT_EQ(ToHex(stored), ToHex(expected));
-
-  DataPropMgr loaded;
-  loaded.AddApp(Column(0), false);
-  EXPECT_EQ(Load(stored, [&](CArchive& ar) { loaded.Serialize(ar); }), 0u);
-  EXPECT_EQ(loaded.GetID(), 9);
-  EXPECT_EQ(loaded.GetAppAt(0), nullptr);
-  EXPECT_EQ(loaded.GetAppAt(1)->GetName(), "a");
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { loaded.Serialize(ar); })), ToHex(stored));
-  loaded.AddUser(Column(-1), true);
-  EXPECT_EQ(loaded.GetUserAt(1)->GetID(), 5001);
-}
-
-TEST_F(DataPropMgrTest, LoadedColumnsTakeTheSlotOfTheirPosition) {
-  const Bytes v3 = ByteWriter()
-                       .Word(3).Int(1)
-                       .Counter(2, true).Int(1).Raw(ColumnRecord(5, "five")).Int(2)
-                       .Counter(1, true).Raw(ColumnRecord(6000, "user"))
-                       .Counter(1, true).Int(6000)
-                       .Get();
-  DataPropMgr mgr;
-  EXPECT_EQ(Load(v3, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
-  ASSERT_EQ(mgr.GetAppCount(), 2u);
-  EXPECT_EQ(mgr.GetAppAt(0)->GetID(), 5);
-  EXPECT_EQ(mgr.GetAppAt(1), nullptr);
-  mgr.AddUser(Column(-1), true);
-  EXPECT_EQ(mgr.GetUserAt(1)->GetID(), 6001);
-}
-
-TEST_F(DataPropMgrTest, LoadsVersionsOneAndTwoWithoutPresenceWordsOrUserColumns) {
-  const Bytes v1 = ByteWriter()
-                       .Word(1)
-                       .Counter(2, true).Raw(ColumnRecord(0, "a")).Raw(ColumnRecord(1, "b"))
-                       .Counter(2, true).Int(1).Int(0)
-                       .Get();
-  DataPropMgr mgr;
-  mgr.SetID(4);
-  EXPECT_EQ(Load(v1, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
-  EXPECT_EQ(mgr.GetID(), 4);
-  EXPECT_EQ(mgr.GetAppAt(1)->GetName(), "b");
-  EXPECT_EQ(mgr.GetUserCount(), 0u);
-  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{1, 0}));
-
-  const Bytes v2 = ByteWriter().Word(2).Int(8).Counter(1, true).Raw(ColumnRecord(0, "a")).Counter(0, true).Get();
-  EXPECT_EQ(Load(v2, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
-  EXPECT_EQ(mgr.GetID(), 8);
-  EXPECT_EQ(mgr.GetAppCount(), 1u);
-  EXPECT_TRUE(DisplayOrder(mgr).empty());
-}
-
-TEST_F(DataPropMgrTest, CutArchivesThrow) {
-  const Bytes v4 = ByteWriter()
-                       .Word(4).Int(0)
-                       .Counter(2, false).Int(1).Raw(ColumnRecord(0, "a")).Int(0)
-                       .Counter(1, false).Raw(ColumnRecord(5000, "u"))
-                       .Counter(1, false).Int(0)
-                       .Get();
-  const Bytes v2 = ByteWriter().Word(2).Int(8).Counter(1, true).Raw(ColumnRecord(0, "a")).Counter(1, true).Int(0).Get();
-  for (const Bytes& full : {v4, v2}) {
-    ExpectEveryCutThrowsEndOfFile(full, [](CArchive& ar) {
-      DataPropMgr mgr;
-      mgr.Serialize(ar);
-    });
+// Every version: 1 has no registry ID (the old one stays), no presence
+// words and no user columns; 2 the registry ID; 3 presence words and user
+// columns; 4 the new counters. A loaded column takes the slot of its
+// position; storing drops the empty slots at the end.
+TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
+  const struct {
+    const char* name;
+    Bytes bytes;
+    int nID;
+    std::vector<int> slotIDs;  // -1: empty slot
+    std::vector<int> order;
+    int nNextUserID;
+  } rows[] = {
+      {"4", ByteWriter()
+                .Word(4).Int(9)
+                .Counter(2, false).Int(0).Int(1).Raw(ColumnRecord(1, "a"))  // slots
+                .Counter(1, false).Raw(ColumnRecord(5000, "u"))             // user columns
+                .Counter(2, false).Int(1).Int(5000)                         // display order
+                .Get(),
+       9, {-1, 1}, {1, 5000}, 5001},
+      {"3", ByteWriter()
+                .Word(3).Int(1)
+                .Counter(2, true).Int(1).Raw(ColumnRecord(5, "five")).Int(0)
+                .Counter(1, true).Raw(ColumnRecord(6000, "user"))
+                .Counter(1, true).Int(6000)
+                .Get(),
+       1, {5, -1}, {6000}, 6001},
+      {"2", ByteWriter().Word(2).Int(8).Counter(1, true).Raw(ColumnRecord(0, "a")).Counter(0, true).Get(),
+       8, {0}, {}, 5000},
+      {"1", ByteWriter()
+                .Word(1)
+                .Counter(2, true).Raw(ColumnRecord(0, "a")).Raw(ColumnRecord(1, "b"))
+                .Counter(2, true).Int(1).Int(0)
+                .Get(),
+       4, {0, 1}, {1, 0}, 5000},
+  };
+  DataPropMgr stored;
+  stored.SetID(9);
+  stored.AddApp(Column(1, "a"), false);
+  stored.ClearAppSlot(3);
+  stored.AddUser(Column(-1, "u"), true);
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { stored.Serialize(ar); })), ToHex(rows[0].bytes));
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    DataPropMgr mgr;
+    mgr.SetID(4);
+    mgr.AddApp(Column(0), false);
+    mgr.AddUser(Column(-1), true);
+    EXPECT_EQ(Load(row.bytes, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+    EXPECT_EQ(mgr.GetID(), row.nID);
+    ASSERT_EQ(mgr.GetAppCount(), row.slotIDs.size());
+    for (size_t i = 0; i < row.slotIDs.size(); ++i) {
+      EXPECT_EQ(mgr.GetAppAt(i) ? mgr.GetAppAt(i)->GetID() : -1, row.slotIDs[i]) << "slot " << i;
+    }
+    EXPECT_EQ(DisplayOrder(mgr), row.order);
+    if (row.name[0] == '4') {
+      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { mgr.Serialize(ar); })), ToHex(row.bytes));
+    }
+    mgr.AddUser(Column(-1), true);
+    EXPECT_EQ(mgr.GetUserAt(mgr.GetUserCount() - 1)->GetID(), row.nNextUserID);
+    ExpectEveryCutThrowsEndOfFile(row.bytes, [](CArchive& ar) { DataPropMgr().Serialize(ar); });
   }
   DataPropMgr mgr;
   EXPECT_THROW(Load(ByteWriter().Word(4).Int(0).Counter(1ull << 40, false).Get(),

@@ -109,30 +109,15 @@ std::set<int> ExpectedTargets(int nFrom) {
 
 }  // namespace
 
-TEST(DataTypeTest, DefaultIsTextAndComparisonsUseTheNumber) {
-  DataType type;
-  EXPECT_EQ(type.Get(), DataType::Text);
-  DataType other;
-  other.Set(DataType::Monetary);
-  EXPECT_FALSE(type == other);
-  EXPECT_TRUE(type < other);
-  EXPECT_FALSE(other < type);
-  other = type;
-  EXPECT_TRUE(other == type);
-}
-
+// Every number's text and back; gaps have none, and unknown texts (the
+// comparison is exact) give Text.
 TEST(DataTypeTest, TextsOfEveryNumber) {
   for (const auto& row : TEXTS) {
     EXPECT_EQ(DataType::GetText(T(row.first)), row.second.c_str()) << row.first;
     EXPECT_EQ(DataType::GetType(row.second.c_str()), T(row.first)) << row.second;
   }
   for (int nGap : {17, 20, 23, 24, 29, 34, -1}) EXPECT_EQ(DataType::GetText(T(nGap)), "") << nGap;
-}
-
-TEST(DataTypeTest, UnknownTextsGiveText) {
-  EXPECT_EQ(DataType::GetType("yes/no"), DataType::Text);
-  EXPECT_EQ(DataType::GetType("Number "), DataType::Text);
-  EXPECT_EQ(DataType::GetType(""), DataType::Text);
+  for (const char* pszText : {"yes/no", "Number ", ""}) EXPECT_EQ(DataType::GetType(pszText), DataType::Text) << pszText;
 }
 
 TEST(DataTypeTest, TypeListIsByteOrderedAndAppends) {
@@ -148,22 +133,22 @@ TEST(DataTypeTest, TypeListIsByteOrderedAndAppends) {
   for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(texts[i], expected[i].c_str()) << i;
 }
 
-TEST(DataTypeTest, ListAndNumberTypes) {
+TEST(DataTypeTest, ListAndNumberTypesWithTheirQualifiers) {
   const std::set<int> lists = {13, 14, 15, 16, 18, 19, 21, 22, 26, 27};
   const std::set<int> numbers = {1, 2, 3, 13, 15, 26, 27, 28};
+  const std::set<int> suggested = {13, 14, 21, 26};
+  const std::set<int> selected = {15, 16, 22, 27};
   for (int n = -2; n <= 40; ++n) {
     EXPECT_EQ(DataType::IsListType(T(n)), lists.count(n) == 1) << n;
     EXPECT_EQ(DataType::IsNumberType(T(n)), numbers.count(n) == 1) << n;
+    EXPECT_EQ(DataType::GetListTypeText(T(n)),
+              suggested.count(n) ? "suggested as typed" : selected.count(n) ? "select from list" : "")
+        << n;
+    EXPECT_EQ(DataType::GetNumberTypeText(T(n)), n == 30   ? "with optional text"
+                                                 : n == 31 ? "with possible Roman numerals or text"
+                                                           : "")
+        << n;
   }
-}
-
-TEST(DataTypeTest, QualifierTexts) {
-  EXPECT_EQ(DataType::GetNumberTypeText(DataType::NumberWithText), "with optional text");
-  EXPECT_EQ(DataType::GetNumberTypeText(DataType::NumberWithRomanOrText), "with possible Roman numerals or text");
-  EXPECT_EQ(DataType::GetNumberTypeText(DataType::Number), "");
-  for (int n : {13, 14, 21, 26}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "suggested as typed") << n;
-  for (int n : {15, 16, 22, 27}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "select from list") << n;
-  for (int n : {18, 19, 6, 17}) EXPECT_EQ(DataType::GetListTypeText(T(n)), "") << n;
 }
 
 // Every pair from -3 to 40: equal numbers, or both in one group of the
@@ -187,19 +172,8 @@ TEST(DataTypeTest, SimilarityGroupsPairByPair) {
   }
 }
 
-TEST(DataTypeTest, ConversionsAreOneWayWhereTheTableSaysSo) {
-  EXPECT_TRUE(DataType::CanConvertBetween(DataType::Text, DataType::Icon));
-  EXPECT_FALSE(DataType::CanConvertBetween(DataType::Icon, DataType::Text));
-  EXPECT_TRUE(DataType::CanConvertBetween(DataType::Number, DataType::YesNo));
-  EXPECT_FALSE(DataType::CanConvertBetween(DataType::YesNo, DataType::Number));
-  EXPECT_TRUE(DataType::CanConvertBetween(DataType::NumberWithText, DataType::Number));
-  EXPECT_FALSE(DataType::CanConvertBetween(DataType::NumberWithText, DataType::NumberListSelect));
-  EXPECT_FALSE(DataType::CanConvertBetween(DataType::NumberListSelect, DataType::Number));
-  EXPECT_TRUE(DataType::CanConvertBetween(DataType::LargeText, T(40)));
-  EXPECT_TRUE(DataType::CanConvertBetween(T(40), T(40)));
-  EXPECT_FALSE(DataType::CanConvertBetween(T(40), T(41)));
-}
-
+// Every cell, one-way conversions (Text to Icon, Number to Yes/No) among
+// them; numbers past the table convert only to themselves.
 TEST(DataTypeTest, ConversionTableCellForCell) {
   for (int nFrom = -3; nFrom <= 40; ++nFrom) {
     const std::set<int> targets = ExpectedTargets(nFrom);
@@ -210,14 +184,16 @@ TEST(DataTypeTest, ConversionTableCellForCell) {
   }
 }
 
+// Version word, then the type word; loading ignores the version and keeps
+// any number.
 TEST(DataTypeTest, ArchiveIsVersionWordThenTypeWord) {
   DataType type;
   type.Set(DataType::Monetary);
-  test_support::ExpectArchiveForm(type, ByteWriter().Word(1).Word(28).Get(),
-                                  [&](const DataType& loaded) { EXPECT_TRUE(loaded == type); });
-}
-
-TEST(DataTypeTest, LoadingIgnoresTheVersionAndKeepsAnyNumber) {
+  test_support::ExpectArchiveForm(type, ByteWriter().Word(1).Word(28).Get(), [&](const DataType& loaded) {
+    EXPECT_TRUE(loaded == type);
+    EXPECT_FALSE(loaded < type);
+    EXPECT_TRUE(DataType() < loaded);
+  });
   for (unsigned nVersion : {0u, 1u, 7u, 0xFFFFu}) {
     DataType loaded;
     LoadAll(ByteWriter().Word(nVersion).Word(nVersion == 7 ? 0xFFFF : 17).Get(), loaded);

@@ -18,20 +18,24 @@ NextIDMgr WithNext(int nNext) {
 
 }  // namespace
 
-TEST(NextIDMgrTest, HandsOutZeroOneTwo) {
+// IDs run 0, 1, 2, ... and past the largest wrap without failing.
+TEST(NextIDMgrTest, HandsOutIDsInOrderAndWraps) {
   NextIDMgr ids;
   EXPECT_EQ(ids.GetNextID(), 0);
   EXPECT_EQ(ids.GetNextID(), 1);
-  EXPECT_EQ(ids.GetNextID(), 2);
   ids.ResetNextID();
   EXPECT_EQ(ids.GetNextID(), 0);
-}
-
-TEST(NextIDMgrTest, ValidIDsAreZeroAndAbove) {
-  EXPECT_TRUE(NextIDMgr::IsValidID(0));
-  EXPECT_TRUE(NextIDMgr::IsValidID(INT_MAX));
-  EXPECT_FALSE(NextIDMgr::IsValidID(-1));
-  EXPECT_FALSE(NextIDMgr::IsValidID(INT_MIN));
+  ids.UpdateNextID(INT_MAX);
+  EXPECT_EQ(ids.GetNextID(), INT_MIN);
+  EXPECT_EQ(ids.GetNextID(), INT_MIN + 1);
+  const struct {
+    int nID, nAfter;
+    bool bValid;
+  } rows[] = {{4, 5, true}, {0, 1, true}, {-1, 0, false}, {INT_MAX, INT_MIN, true}, {INT_MIN, INT_MIN + 1, false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(NextIDMgr::IDAfter(row.nID), row.nAfter) << row.nID;
+    EXPECT_EQ(NextIDMgr::IsValidID(row.nID), row.bValid) << row.nID;
+  }
 }
 
 TEST(NextIDMgrTest, UpdateOnlyMovesPastHigherIDs) {
@@ -40,27 +44,17 @@ TEST(NextIDMgrTest, UpdateOnlyMovesPastHigherIDs) {
   } cases[] = {{3, -1, 3}, {3, 5, 6}, {9, 5, 9}, {5, 5, 6}};
   for (const auto& c : cases) {
     NextIDMgr ids = WithNext(c.nNext);
+    EXPECT_EQ(ids.VerifyNextID(c.nNext), true);
+    EXPECT_EQ(ids.VerifyNextID(c.nNext + 1), false);
     ids.UpdateNextID(c.nSeen);
     EXPECT_EQ(ids.GetNextID(), c.nExpected) << "next " << c.nNext << ", seen " << c.nSeen;
   }
-}
-
-TEST(NextIDMgrTest, VerifyAndCompare) {
-  EXPECT_TRUE(WithNext(4).VerifyNextID(4));
-  EXPECT_FALSE(WithNext(3).VerifyNextID(4));
   EXPECT_TRUE(WithNext(3) < WithNext(4));
   EXPECT_TRUE(WithNext(4) > WithNext(3));
-  EXPECT_TRUE(WithNext(4) == WithNext(4));
   EXPECT_FALSE(WithNext(4) == WithNext(3));
 }
 
-TEST(NextIDMgrTest, PastTheLargestIDItWrapsWithoutFailing) {
-  NextIDMgr ids;
-  ids.UpdateNextID(INT_MAX);
-  EXPECT_EQ(ids.GetNextID(), INT_MIN);
-  EXPECT_EQ(ids.GetNextID(), INT_MIN + 1);
-}
-
+// Version word, then the next ID; loading ignores the version.
 TEST(NextIDMgrTest, ArchiveIsVersionWordThenNextID) {
   NextIDMgr ids = WithNext(0x01020304);
   test_support::ExpectArchiveForm(ids, ByteWriter().Word(1).Int(0x01020304).Get(),
@@ -68,10 +62,4 @@ TEST(NextIDMgrTest, ArchiveIsVersionWordThenNextID) {
   NextIDMgr loaded;
   test_support::LoadAll(ByteWriter().Word(0xFFFF).Int(7).Get(), loaded);
   EXPECT_EQ(loaded.GetNextID(), 7);
-}
-
-TEST(NextIDMgrTest, IDAfterWrapsInsteadOfOverflowing) {
-  EXPECT_EQ(NextIDMgr::IDAfter(4), 5);
-  EXPECT_EQ(NextIDMgr::IDAfter(-1), 0);
-  EXPECT_EQ(NextIDMgr::IDAfter(INT_MAX), INT_MIN);
 }

@@ -1,0 +1,283 @@
+// Items and sub-items: the modification time, what copies take, column
+// deletions reaching the sub-items, and the archive form of every version.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "DataMgr/records/DataItem.h"
+#include "tests/DataMgr/records/RecordFixtures.h"
+
+using records_test::IntHistory;
+using records_test::IntOf;
+using records_test::OLD_DAY;
+using records_test::OLD_SECONDS;
+using test_support::ByteWriter;
+using test_support::Bytes;
+using test_support::ExpectEveryCutThrowsEndOfFile;
+
+namespace {
+
+const DateTime OLD_TIME = DateTime::FromJulian(OLD_DAY, OLD_SECONDS);
+
+DateTime Now() {
+  DateTime now;
+  now.SetToCurrent();
+  return now;
+}
+
+DateTime LastModified(const DataItem& item) {
+  DateTime time;
+  item.GetLastModified(time);
+  return time;
+}
+
+// An item loaded from an archive: ID nID, modified at the old moment, int
+// column 1 holding nValue, and sub-items with the given IDs and parent nID.
+void LoadItem(DataItem& item, int nID, int nValue, const std::vector<int>& subItemIDs) {
+  ByteWriter w;
+  records_test::Item(w, nID, 1, nValue, subItemIDs.size(), [&](ByteWriter& sub) {
+    for (int nSubID : subItemIDs) records_test::SubItem(sub, nSubID, nID, 1, nSubID * 10);
+  });
+  test_support::LoadAll(w.Get(), item);
+}
+
+// Sources and targets of the copy tests. Item source: ID 4, old time,
+// column 1 holding 20, column 2 edited before the load (history [-1], kept
+// by it), two sub-items, the first edited to 99. Item target: ID 9, column
+// 3 edited, one sub-item. Sub-item source: ID 4, parent 7, column 1 edited
+// 10 -> 20; target: ID 9, parent 1, column 2 edited.
+DataItem ItemSource() {
+  DataItem source;
+  source.SetData(2, 7, true);
+  LoadItem(source, 4, 20, {0, 1});
+  source.GetSubItemsMgr().GetAt(0)->SetData(1, 99, true);
+  return source;
+}
+DataItem ItemTarget() {
+  DataItem target;
+  target.SetID(9);
+  target.SetData(3, 1, true);
+  target.GetSubItemsMgr().Create(nullptr, true, true);
+  return target;
+}
+DataSubItem SubItemSource() {
+  DataSubItem source;
+  source.SetID(4);
+  source.SetParentID(7);
+  source.SetData(1, 10, true);
+  source.SetData(1, 20, true);
+  return source;
+}
+DataSubItem SubItemTarget() {
+  DataSubItem target;
+  target.SetID(9);
+  target.SetParentID(1);
+  target.SetData(2, 5, true);
+  return target;
+}
+
+enum Way { COPY_CONSTRUCTED, MOVE_CONSTRUCTED, COPY_ASSIGNED, MOVE_ASSIGNED };
+const char* const WAYS[] = {"copy constructed", "move constructed", "copy assigned", "move assigned"};
+
+template <typename T>
+std::unique_ptr<T> Made(Way way, T (*source)(), T (*target)()) {
+  T from = source();
+  if (way == COPY_CONSTRUCTED) return std::make_unique<T>(static_cast<const T&>(from));
+  if (way == MOVE_CONSTRUCTED) return std::make_unique<T>(std::move(from));
+  auto made = std::make_unique<T>(target());
+  if (way == COPY_ASSIGNED) {
+    *made = static_cast<const T&>(from);
+  } else {
+    *made = std::move(from);
+  }
+  return made;
+}
+
+// The column whose history a copy holds, or 0 for none.
+struct CopyCase {
+  Way way;
+  int nID;
+  int nHistoryColumn;
+};
+
+}  // namespace
+
+// Every kind of value, through the record interface (a text literal too):
+// only an undoable change stamps the time; registering never does.
+TEST(RecordTest, AnItemIsStampedByUndoableChangesOnly) {
+  const DateTime before = Now();
+  EXPECT_FALSE(LastModified(DataItem()) < before) << "a fresh item is modified now";
+  // Each sets column 2 to the n-th value of one kind (n = 1, 2 differ from
+  // each other and from the kind's absent value).
+  const std::vector<std::function<bool(Data&, int, bool)>> setters = {
+      [](Data& r, int n, bool b) { return r.SetData(2, n == 1, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, n, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, n * 0.5, b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, Money(n), b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, DateTime::FromJulian(OLD_DAY + n, 0), b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, CString(n == 1 ? "one" : "two"), b); },
+      [](Data& r, int n, bool b) { return r.SetData(2, n == 1 ? "one" : "two", b); },
+  };
+  for (size_t i = 0; i < setters.size(); ++i) {
+    SCOPED_TRACE("kind " + std::to_string(i));
+    DataItem item;
+    LoadItem(item, 1, 5, {});
+    EXPECT_TRUE(setters[i](item, 1, false));
+    EXPECT_FALSE(setters[i](item, 1, true));
+    item.RegisterDataProp(3, 0.5);
+    EXPECT_EQ(LastModified(item), OLD_TIME);
+    const DateTime beforeEdit = Now();
+    EXPECT_TRUE(setters[i](item, 2, true));
+    EXPECT_FALSE(LastModified(item) < beforeEdit);
+  }
+}
+
+TEST(RecordTest, CopiesOfAnItemTakeTheIDAndHistoryTheWayTheClassSays) {
+  const CopyCase cases[] = {
+      {COPY_CONSTRUCTED, 4, 2}, {MOVE_CONSTRUCTED, 4, 2}, {COPY_ASSIGNED, 9, 3}, {MOVE_ASSIGNED, 9, 2}};
+  const DataItem source = ItemSource();
+  for (const CopyCase& c : cases) {
+    SCOPED_TRACE(WAYS[c.way]);
+    const auto made = Made(c.way, &ItemSource, &ItemTarget);
+    EXPECT_EQ(made->GetID(), c.nID);
+    EXPECT_EQ(IntOf(*made, 1), 20);
+    EXPECT_FALSE(made->HaveDataProp(3));
+    EXPECT_EQ(LastModified(*made), OLD_TIME);
+    EXPECT_EQ(made->HaveUndoData(2), c.nHistoryColumn == 2);
+    EXPECT_EQ(made->HaveUndoData(3), c.nHistoryColumn == 3);
+    const DataSubItemMgr& subItems = made->GetSubItemsMgr();
+    ASSERT_EQ(subItems.GetCount(), 2u);
+    EXPECT_EQ(subItems.GetAt(0)->GetParentID(), 4);
+    EXPECT_EQ(IntOf(*subItems.GetAt(0), 1), 99);
+    EXPECT_FALSE(subItems.GetAt(0)->HaveUndoData(1));
+    EXPECT_EQ(subItems.GetAt(1)->GetID(), 1);
+  }
+}
+
+TEST(RecordTest, CopiesOfASubItemTakeTheIDAndHistoryTheWayTheClassSays) {
+  const CopyCase cases[] = {
+      {COPY_CONSTRUCTED, 4, 0}, {MOVE_CONSTRUCTED, 4, 1}, {COPY_ASSIGNED, 9, 2}, {MOVE_ASSIGNED, 9, 1}};
+  for (const CopyCase& c : cases) {
+    SCOPED_TRACE(WAYS[c.way]);
+    const auto made = Made(c.way, &SubItemSource, &SubItemTarget);
+    EXPECT_EQ(made->GetID(), c.nID);
+    EXPECT_EQ(made->GetParentID(), 7);
+    EXPECT_EQ(IntOf(*made, 1), 20);
+    EXPECT_FALSE(made->HaveDataProp(2));
+    EXPECT_EQ(IntHistory(*made, 1), c.nHistoryColumn == 1 ? (std::vector<int>{-1, 10}) : std::vector<int>());
+    EXPECT_EQ(made->HaveUndoData(2), c.nHistoryColumn == 2);
+  }
+}
+
+TEST(RecordTest, EqualityLooksAtValuesAndFlagsOnly) {
+  DataItem a;
+  LoadItem(a, 1, 5, {0, 1});
+  DataItem b;
+  b.SetID(2);
+  b.SetData(1, 5, true);
+  EXPECT_TRUE(a == b);
+  b.SetData(1, 6, true);
+  EXPECT_FALSE(a == b);
+
+  DataSubItem c = SubItemSource();
+  DataSubItem d;
+  d.SetData(1, 20, false);
+  EXPECT_TRUE(c == d);
+  c.RegisterDataProp(3, "x", false);
+  d.RegisterDataProp(3, "x", true);
+  EXPECT_FALSE(c == d);
+}
+
+// Column 2 held in every kind by the item and its sub-item; each row
+// deletes it from one kind (or, last, from all) and leaves the others.
+TEST(RecordTest, DeletingAColumnReachesTheSubItemsAndChangingAnIDDoesNot) {
+  using HaveKind = bool (Data::*)(int) const;
+  const std::vector<HaveKind> kinds = {&Data::HaveDataPropBool,  &Data::HaveDataPropInt,      &Data::HaveDataPropDouble,
+                                      &Data::HaveDataPropMoney, &Data::HaveDataPropDateTime, &Data::HaveDataPropString};
+  const struct {
+    void (DataItem::*pDelete)(int);
+    int nKind;  // the kind deleted; -1 for all
+  } rows[] = {{&DataItem::DeleteDataBool, 0},  {&DataItem::DeleteDataInt, 1},      {&DataItem::DeleteDataDouble, 2},
+              {&DataItem::DeleteDataMoney, 3}, {&DataItem::DeleteDataDateTime, 4}, {&DataItem::DeleteDataString, 5},
+              {&DataItem::DeleteData, -1}};
+  const auto fillEveryKind = [](Data& record) {
+    record.RegisterDataProp(2, true);
+    record.RegisterDataProp(2, 1);
+    record.RegisterDataProp(2, 0.5);
+    record.RegisterDataProp(2, Money(1));
+    record.RegisterDataProp(2, DateTime::FromJulian(OLD_DAY, 0));
+    record.RegisterDataProp(2, CString("t"), false);
+  };
+  for (const auto& row : rows) {
+    DataItem item;
+    LoadItem(item, 1, 5, {0});
+    const Data& subItem = *item.GetSubItemsMgr().GetAt(0);
+    fillEveryKind(item);
+    fillEveryKind(*item.GetSubItemsMgr().GetAt(0));
+    (item.*row.pDelete)(2);
+    for (int k = 0; k < 6; ++k) {
+      const bool bKept = row.nKind != -1 && row.nKind != k;
+      EXPECT_EQ((item.*kinds[k])(2), bKept) << "deleting kind " << row.nKind << ", kind " << k;
+      EXPECT_EQ((subItem.*kinds[k])(2), bKept) << "deleting kind " << row.nKind << ", kind " << k;
+    }
+  }
+  DataItem item;
+  LoadItem(item, 1, 5, {0});
+  item.ChangeDataPropIDInt(1, 2);
+  std::vector<int> ids;
+  item.GetSupportedDataProps(ids);
+  EXPECT_EQ(ids, (std::vector<int>{1, 2}));
+  EXPECT_EQ(IntOf(item, 2), 5);
+  EXPECT_FALSE(item.GetSubItemsMgr().GetAt(0)->HaveDataProp(2));
+}
+
+TEST(RecordTest, CurrentArchivesByteForByte) {
+  ByteWriter w;
+  records_test::Item(w, 7, 5000, 42, 1, [](ByteWriter& sub) { records_test::SubItem(sub, 0, 7, 5001, 3); });
+  DataItem item;
+  LoadItem(item, 7, 42, {});
+  item.SetData(5000, 42, false);
+  item.DeleteDataInt(1);
+  DataSubItem* pSubItem = item.GetSubItemsMgr().Create(nullptr, true, true);
+  pSubItem->SetParentID(7);
+  pSubItem->RegisterDataProp(5001, 3);
+  test_support::ExpectArchiveForm(item, w.Get());
+
+  ByteWriter sub;
+  test_support::ExpectArchiveForm(*pSubItem, records_test::SubItem(sub, 0, 7, 5001, 3).Get());
+}
+
+// Every version of both records loads the stored fields and leaves the
+// undo history (and, before sub-item version 2, the parent ID) as it was.
+TEST(RecordTest, EveryVersionLoadsTheSameFields) {
+  for (unsigned nVersion : {1u, 2u, 3u}) {
+    SCOPED_TRACE(nVersion);
+    ByteWriter w;
+    records_test::Item(w, 2, 1, 8, 0, [](ByteWriter&) {}, nVersion);
+    DataItem item;
+    item.SetData(1, 4, true);
+    test_support::LoadAll(w.Get(), item);
+    EXPECT_EQ(item.GetID(), 2);
+    EXPECT_EQ(IntOf(item, 1), 8);
+    EXPECT_EQ(LastModified(item), OLD_TIME);
+    EXPECT_EQ(IntHistory(item, 1), std::vector<int>{-1});
+    ExpectEveryCutThrowsEndOfFile(w.Get(), [](CArchive& ar) { DataItem().Serialize(ar); });
+  }
+  for (unsigned nVersion : {1u, 2u}) {
+    SCOPED_TRACE(nVersion);
+    ByteWriter w;
+    records_test::SubItem(w, 6, 8, 5000, 42, nVersion);
+    DataSubItem subItem = SubItemTarget();
+    test_support::LoadAll(w.Get(), subItem);
+    EXPECT_EQ(subItem.GetID(), 6);
+    EXPECT_EQ(subItem.GetParentID(), nVersion == 1 ? 1 : 8);
+    EXPECT_EQ(IntOf(subItem, 5000), 42);
+    EXPECT_FALSE(subItem.HaveDataProp(2));
+    EXPECT_TRUE(subItem.HaveUndoData(2));
+    ExpectEveryCutThrowsEndOfFile(w.Get(), [](CArchive& ar) { DataSubItem().Serialize(ar); });
+  }
+}
