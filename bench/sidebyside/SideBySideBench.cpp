@@ -1,11 +1,12 @@
 // vaxo057 and SQLite side by side on the same generated rows (a million by
 // default, --items=N to change): memory per item, typed build, save, load,
-// rendering every cell and destroying, each operation done by both sides in
-// the same repetition (which side goes first alternates), with the medians
-// of --reps=N repetitions (5 by default) and their ratio printed as a table
-// at the end. Both sides must report the same count for an operation, else
-// the row fails. A row is one entry of OPERATIONS below; sort, filter and
-// search rows are added there the same way.
+// rendering every cell, a 2-key sort, a filter, a word search and
+// destroying, each operation done by both sides in the same repetition
+// (which side goes first alternates), with the medians of --reps=N
+// repetitions (5 by default) and their ratio printed as a table at the
+// end. Both sides must report the same count for an operation (a sort: a
+// checksum of its order), else the row fails. A row is one entry of
+// OPERATIONS below.
 //
 // Memory is measured from the allocator (bytes in use before and after), and
 // vaxo057's allocations by counting operator new and delete.
@@ -156,6 +157,7 @@ struct Fixture {
   VaxoSide m_built;
   VaxoSide m_loaded;
   VaxoSide m_scratch;
+  std::vector<Data*> m_records;  // the loaded items, for a sort
   SqliteSide m_sqlite;
   SqliteSide m_sqliteScratch;
   bool m_bBuilt = false;
@@ -235,6 +237,9 @@ void RunOperation(benchmark::State& state, const Operation& operation) {
   }
 }
 
+const int FILTER_MINIMUM = 250000;
+const char SEARCH_WORD[] = "table";
+
 void Nothing(Fixture&) {}
 void NoSetUp() {}
 
@@ -266,6 +271,21 @@ const Operation OPERATIONS[] = {
      [](Fixture& f) { f.EnsureLoaded(); },
      [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_loaded.RenderEveryCell(); }}; },
      [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_sqlite.RenderEveryCell(); }}; }},
+    {"2-key sort (title ignoring case, number descending)", false,
+     [](Fixture& f) { f.EnsureLoaded(); },
+     [](Fixture& f) {
+       return Side{[&f] { f.m_records = f.m_loaded.GetRecords(); },
+                   [&f] { return f.m_loaded.SortTitleThenNumber(f.m_records); }};
+     },
+     [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_sqlite.SortTitleThenNumber(); }}; }},
+    {"filter number > 250000 and title contains \"ab\"", false,
+     [](Fixture& f) { f.EnsureLoaded(); },
+     [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_loaded.FilterNumberAndTitle(FILTER_MINIMUM, "ab"); }}; },
+     [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_sqlite.FilterNumberAndTitle(FILTER_MINIMUM, "ab"); }}; }},
+    {"search \"table\" in the three texts", false,
+     [](Fixture& f) { f.EnsureLoaded(); },
+     [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_loaded.SearchTexts(SEARCH_WORD); }}; },
+     [](Fixture& f) { return Side{NoSetUp, [&f] { return f.m_sqlite.SearchTexts(SEARCH_WORD); }}; }},
     {"destroy", false,
      [](Fixture& f) { f.EnsureSaved(); },
      [](Fixture& f) {
