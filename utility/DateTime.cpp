@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <ctime>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "utility/LocaleUtils.h"
@@ -365,13 +366,19 @@ CString DateTime::ConvertDateToText(const DateTime& value, bool bDayOfWeek, bool
     const bool bYearFirst = nOrder == LocaleUtils::YEAR_MONTH_DAY;
     const CString month = bYearFirst ? TwoDigits(nMonth) : Digits(nMonth);
     const CString day = bYearFirst ? TwoDigits(nDay) : Digits(nDay);
+    const CString* parts[] = {&month, &day, &year};
     if (bYearFirst) {
-      text += year + strSeparator + month + strSeparator + day;
+      parts[0] = &year;
+      parts[1] = &month;
+      parts[2] = &day;
     } else if (nOrder == LocaleUtils::DAY_MONTH_YEAR) {
-      text += day + strSeparator + month + strSeparator + year;
-    } else {
-      text += month + strSeparator + day + strSeparator + year;
+      std::swap(parts[0], parts[1]);
     }
+    text += *parts[0];
+    text += strSeparator;
+    text += *parts[1];
+    text += strSeparator;
+    text += *parts[2];
   } else {
     const CString month = nameOf(MONTH_NAMES[nMonth - 1]);
     if (nOrder == LocaleUtils::YEAR_MONTH_DAY) {

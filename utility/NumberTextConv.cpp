@@ -175,8 +175,10 @@ CString ComposeNumber(bool bNegative, std::string whole, const std::string& frac
   const size_t nPad = static_cast<size_t>(std::clamp(nMinDigits, 0, MAX_PAD_DIGITS));
   if (whole.empty()) whole = "0";
   if (whole.size() < nPad) whole.insert(0, nPad - whole.size(), '0');
-  const bool bZero = (whole + fraction).find_first_not_of('0') == std::string::npos;
+  const bool bZero =
+      whole.find_first_not_of('0') == std::string::npos && fraction.find_first_not_of('0') == std::string::npos;
   std::string text = bNegative && !bZero ? "-" : "";
+  text.reserve(text.size() + whole.size() * 2 + strDecimal.GetLength() + fraction.size());
   if (bThousands) {
     const CString& strSeparator =
         strThousandsSep.IsEmpty() ? LocaleUtils::GetNumberThousandsSeparator() : strThousandsSep;
@@ -184,7 +186,19 @@ CString ComposeNumber(bool bNegative, std::string whole, const std::string& frac
   } else {
     text += whole;
   }
-  if (!fraction.empty()) text += strDecimal.GetStdString() + fraction;
+  if (!fraction.empty()) text.append(strDecimal.GetStdString()).append(fraction);
+  return CString(std::move(text));
+}
+
+// What ComposeNumber makes of nValue >= 0 without grouping: its digits,
+// zeros in front up to nMinDigits, built without the intermediate strings.
+CString PaddedDigits(int nValue, int nMinDigits) {
+  char szDigits[16];
+  const char* pszEnd = std::to_chars(szDigits, szDigits + sizeof szDigits, nValue).ptr;
+  const size_t nLength = static_cast<size_t>(pszEnd - szDigits);
+  const size_t nPad = static_cast<size_t>(std::clamp(nMinDigits, 0, MAX_PAD_DIGITS));
+  std::string text(nPad > nLength ? nPad - nLength : 0, '0');
+  text.append(szDigits, nLength);
   return CString(std::move(text));
 }
 
@@ -288,6 +302,7 @@ double NumberTextConv::GetDoubleFromString(const CString& text, bool bCurrency) 
 }
 
 CString NumberTextConv::NumberToString(int nValue, bool bThousands, int nMinDigits, const CString& strThousandsSep) {
+  if (nValue >= 0 && !bThousands) return PaddedDigits(nValue, nMinDigits);
   const __int64 nWide = nValue;
   const std::string whole = std::to_string(nWide < 0 ? -nWide : nWide);
   return ComposeNumber(nValue < 0, whole, std::string(), CString(), nMinDigits, bThousands, strThousandsSep);

@@ -79,11 +79,34 @@ DataItem* DataMgmt::CreateDataItem(DataItem* pSource, bool bAdd, bool bAssignID)
   DataItem* pItem = m_dataItemMgr.Create(pSource, bAdd, bAssignID);
   if (pItem == nullptr) return nullptr;
   if (pSource == nullptr) {
-    ForEachDataProp([this, pItem](DataProp& prop) { RegisterDataProp(*pItem, prop); });
+    if (!CopyFreshDefaults(*pItem)) ForEachDataProp([this, pItem](DataProp& prop) { RegisterDataProp(*pItem, prop); });
   } else {
     ForEachDataProp([this, pItem](DataProp& prop) { IncreaseListItemUsageCount(prop, *pItem); });
   }
   return pItem;
+}
+
+bool DataMgmt::CopyFreshDefaults(DataItem& item) {
+  bool bNoDefaultTexts = true;
+  bool bSameColumns = m_pFreshDefaults != nullptr;
+  size_t nColumns = 0;
+  ForEachDataProp([&](const DataProp& prop) {
+    bNoDefaultTexts = bNoDefaultTexts && prop.GetDefaultValue().IsEmpty();
+    bSameColumns = bSameColumns && nColumns < m_vecFreshColumns.size() &&
+                   m_vecFreshColumns[nColumns] == std::make_pair(prop.GetID(), prop.GetDataType());
+    ++nColumns;
+  });
+  if (!bNoDefaultTexts) return false;
+  if (!bSameColumns || nColumns != m_vecFreshColumns.size()) {
+    m_vecFreshColumns.clear();
+    m_pFreshDefaults = std::make_unique<DataItem>();
+    ForEachDataProp([this](DataProp& prop) {
+      m_vecFreshColumns.emplace_back(prop.GetID(), prop.GetDataType());
+      RegisterDataProp(*m_pFreshDefaults, prop);
+    });
+  }
+  item.AssignValues(*m_pFreshDefaults, false);
+  return true;
 }
 
 DataSubItem* DataMgmt::CreateDataSubItem(DataItem& parent, std::vector<int>& columnIds, DataSubItem* pSource,

@@ -2,6 +2,8 @@
 #define DATAMGR_DOCUMENT_DATAMGMT_H_
 
 #include <map>
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "DataMgr/Export.h"
@@ -309,10 +311,20 @@ class VAXO057_API DataMgmt {
   // A sorter with the document's aliases.
   SortData MakeSortData(bool bDirectoriesFirst) const;
 
+  // Gives a new item the values of the columns' defaults by copying those
+  // of m_pFreshDefaults, registered once; false (nothing done) when a
+  // column has a default text, whose value may depend on the locale, the
+  // list entries or the entries' usage counts. Without default texts the
+  // values depend on the columns' IDs and types only, which
+  // m_vecFreshColumns keeps; the copy is registered again when they change.
+  bool CopyFreshDefaults(DataItem& item);
+
   CString m_strMRUExportPath;
   DataPropMgr m_dataPropMgr;
   DataItemMgr m_dataItemMgr;
   std::map<int, int> m_mapAliasDataProps;  // in memory only
+  std::unique_ptr<DataItem> m_pFreshDefaults;
+  std::vector<std::pair<int, DataType::Type>> m_vecFreshColumns;
 };
 
 #endif  // DATAMGR_DOCUMENT_DATAMGMT_H_

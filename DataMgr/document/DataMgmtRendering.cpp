@@ -2,6 +2,25 @@
 
 #include "DataMgr/filter/DataFilter.h"
 #include "DataMgr/schema/ValueCodec.h"
+#include "DataMgr/types/CellValue.h"
+
+namespace {
+
+// Whether record holds nID in the kind nKind; false for NONE.
+bool HasValueOfKind(const Data& record, int nID, CellValue::Kind nKind) {
+  switch (nKind) {
+    case CellValue::BOOL: return record.HaveDataPropBool(nID);
+    case CellValue::INT: return record.HaveDataPropInt(nID);
+    case CellValue::DOUBLE: return record.HaveDataPropDouble(nID);
+    case CellValue::DATETIME: return record.HaveDataPropDateTime(nID);
+    case CellValue::MONEY: return record.HaveDataPropMoney(nID);
+    case CellValue::TEXT: return record.HaveDataPropString(nID);
+    case CellValue::NONE: break;
+  }
+  return false;
+}
+
+}  // namespace
 
 CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, bool bBlankZero) const {
   const DataProp* pOwner = m_dataPropMgr.GetByID(GetAliasDataProp(nDataPropID));
@@ -10,8 +29,11 @@ CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, bool 
 }
 
 CString DataMgmt::GetTextRepresentation(const Data& data, int nDataPropID, const DataProp& prop, bool bBlankZero) {
-  if (!data.HaveDataProp(nDataPropID)) return CString();
-  CString text = ValueCodec::For(prop.GetDataType()).Format(data, nDataPropID, prop, bBlankZero);
+  // The kind of the column's type first: the other kinds are searched only
+  // for a value kept in another kind, which renders as well.
+  const ValueCodec& codec = ValueCodec::For(prop.GetDataType());
+  if (!HasValueOfKind(data, nDataPropID, codec.GetKind()) && !data.HaveDataProp(nDataPropID)) return CString();
+  CString text = codec.Format(data, nDataPropID, prop, bBlankZero);
   if (text.IsEmpty() || (prop.GetPrefix().IsEmpty() && prop.GetSuffix().IsEmpty())) return text;
   return prop.GetPrefix() + text + prop.GetSuffix();
 }

@@ -85,6 +85,8 @@ class VAXO057_API DataItem final : public DataRecord {
 
  private:
   friend DataItem* record_list::NewForLoading<DataItem>();
+  // Gives a new item the values of the document's defaults (AssignValues).
+  friend class DataMgmt;
 
   // Reads no clock: loading sets the time.
   explicit DataItem(ForLoading);

@@ -53,3 +53,7 @@ CString BenchCategoryName(int nCategory) {
   text.Format("Category %02d", nCategory + 1);
   return text;
 }
+
+size_t MixOrder(size_t nChecksum, long long nRow) {
+  return (nChecksum ^ static_cast<size_t>(nRow)) * 1099511628211ULL;
+}

@@ -36,4 +36,9 @@ std::vector<BenchRow> GenerateBenchRows(size_t nCount);
 // The text of list entry nCategory ("Category 01" ...).
 CString BenchCategoryName(int nCategory);
 
+// The checksum of an order of rows: nChecksum of the rows before, mixed
+// with nRow, the row's index among the generated rows (vaxo057's item ID,
+// SQLite's id - 1).
+size_t MixOrder(size_t nChecksum, long long nRow);
+
 #endif  // BENCH_SIDEBYSIDE_BENCHROWS_H_

@@ -65,6 +65,12 @@ void BindText(sqlite3_stmt* pStatement, int nIndex, const CString& text) {
   sqlite3_bind_text(pStatement, nIndex, text.GetString(), text.GetLength(), SQLITE_STATIC);
 }
 
+size_t CountRows(Statement& statement) {
+  size_t nRows = 0;
+  while (statement.Step()) ++nRows;
+  return nRows;
+}
+
 size_t QueryNumber(sqlite3* pDb, const char* pszSql) {
   Statement statement(pDb, pszSql);
   return statement.Step() ? static_cast<size_t>(sqlite3_column_int64(statement.Get(), 0)) : 0;
@@ -202,6 +208,28 @@ size_t SqliteSide::RenderEveryCell() const {
     }
   }
   return nCells;
+}
+
+size_t SqliteSide::SortTitleThenNumber() const {
+  Statement select(m_pDb, "SELECT id - 1 FROM items ORDER BY title COLLATE NOCASE, number DESC, id");
+  size_t nChecksum = 0;
+  while (select.Step()) nChecksum = MixOrder(nChecksum, sqlite3_column_int64(select.Get(), 0));
+  return nChecksum;
+}
+
+size_t SqliteSide::FilterNumberAndTitle(int nMinimum, const char* pszPart) const {
+  Statement select(m_pDb, "SELECT id FROM items WHERE number > ?1 AND title LIKE ?2");
+  const CString pattern = CString("%") + pszPart + "%";
+  sqlite3_bind_int(select.Get(), 1, nMinimum);
+  BindText(select.Get(), 2, pattern);
+  return CountRows(select);
+}
+
+size_t SqliteSide::SearchTexts(const char* pszWord) const {
+  Statement select(m_pDb, "SELECT id FROM items WHERE title LIKE ?1 OR notes LIKE ?1 OR place LIKE ?1");
+  const CString pattern = CString("%") + pszWord + "%";
+  BindText(select.Get(), 1, pattern);
+  return CountRows(select);
 }
 
 size_t SqliteSide::Destroy() {

@@ -35,6 +35,14 @@ class SqliteSide {
   // Scans the table and formats every value as text into a reused buffer;
   // returns the cells not empty.
   size_t RenderEveryCell() const;
+  // The queries the vaxo057 side runs, each stepping through the IDs of
+  // the rows it selects. ORDER BY title (NOCASE), number DESC, id; returns
+  // the checksum of the IDs in that order (MixOrder).
+  size_t SortTitleThenNumber() const;
+  // WHERE number > nMinimum AND title LIKE '%part%'; returns the rows.
+  size_t FilterNumberAndTitle(int nMinimum, const char* pszPart) const;
+  // WHERE title, notes or place LIKE '%word%'; returns the rows.
+  size_t SearchTexts(const char* pszWord) const;
   // Closes the database; returns the rows it held.
   size_t Destroy();
 

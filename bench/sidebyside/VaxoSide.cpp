@@ -1,5 +1,8 @@
 #include "bench/sidebyside/VaxoSide.h"
 
+#include "DataMgr/filter/DataFilterMgr.h"
+#include "DataMgr/sort/SortData.h"
+#include "DataMgr/sort/SortOrder.h"
 #include "framework/CArchive.h"
 #include "framework/CFile.h"
 #include "utility/LocaleUtils.h"
@@ -10,6 +13,8 @@ namespace {
 const DataType::Type COLUMN_TYPES[] = {DataType::Text,    DataType::Text,  DataType::Text,     DataType::Number,
                                        DataType::Number,  DataType::Decimal, DataType::Date,   DataType::Monetary,
                                        DataType::ValueListSelect, DataType::YesNo};
+const size_t TITLE_COLUMN = 0;
+const size_t NUMBER_COLUMN = 3;
 const size_t CATEGORY_COLUMN = 8;
 
 // The texts a user types for row's ten values, as the US locale reads them.
@@ -129,5 +134,56 @@ size_t VaxoSide::RenderEveryCell() const {
 size_t VaxoSide::Destroy() {
   const size_t nItems = m_pDoc ? m_pDoc->GetDataItemMgr().GetCount() : 0;
   m_pDoc.reset();
+  return nItems;
+}
+
+std::vector<Data*> VaxoSide::GetRecords() const {
+  const DataItemMgr& items = m_pDoc->GetDataItemMgr();
+  std::vector<Data*> records;
+  records.reserve(items.GetCount());
+  for (size_t i = 0; i < items.GetCount(); ++i) records.push_back(items.GetAt(i));
+  return records;
+}
+
+size_t VaxoSide::SortTitleThenNumber(std::vector<Data*>& records) const {
+  SortOrder order;
+  order.AddDataPropID(m_vecColumns[TITLE_COLUMN], true, false);
+  order.AddDataPropID(m_vecColumns[NUMBER_COLUMN], false, false);
+  SortData().Sort(records, order, m_pDoc->GetDataPropMgr());
+  size_t nChecksum = 0;
+  for (const Data* pRecord : records) nChecksum = MixOrder(nChecksum, pRecord->GetID());
+  return nChecksum;
+}
+
+DataFilter* VaxoSide::MakeFilter(size_t nColumn, DataFilter::FilterType nTest, const CString& value) const {
+  auto* pFilter = new DataFilter;
+  pFilter->SetDataPropID(m_vecColumns[nColumn]);
+  pFilter->SetDataType(COLUMN_TYPES[nColumn]);
+  pFilter->SetFilterType(nTest);
+  pFilter->SetValue(value);
+  pFilter->SetRequired(true);
+  return pFilter;
+}
+
+size_t VaxoSide::FilterNumberAndTitle(int nMinimum, const char* pszPart) const {
+  CString minimum;
+  minimum.Format("%d", nMinimum);
+  DataFilterMgr filters;
+  filters.Add(MakeFilter(NUMBER_COLUMN, DataFilter::IsGreaterThan, minimum), true);
+  filters.Add(MakeFilter(TITLE_COLUMN, DataFilter::Contains, pszPart), true);
+  const DataItemMgr& items = m_pDoc->GetDataItemMgr();
+  size_t nPassed = 0;
+  for (size_t i = 0; i < items.GetCount(); ++i) nPassed += filters.PassesFilters(*items.GetAt(i)) ? 1 : 0;
+  return nPassed;
+}
+
+size_t VaxoSide::SearchTexts(const char* pszWord) const {
+  const std::vector<int> columns(m_vecColumns.begin(), m_vecColumns.begin() + 3);
+  std::vector<DataFind> hits;
+  m_pDoc->Find(pszWord, false, false, false, DataFilterMgr(), columns, hits);
+  size_t nItems = 0;
+  for (size_t i = 0; i < hits.size(); ++i) {
+    if (i == 0 || hits[i].GetDataItemID() != hits[i - 1].GetDataItemID()) ++nItems;
+  }
   return nItems;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/filter/DataFilter.h"
 #include "bench/sidebyside/BenchRows.h"
 
 // The vaxo057 side of the table: one document of the ten bench columns.
@@ -35,8 +36,22 @@ class VaxoSide {
   // Destroys the document; returns the items it held.
   size_t Destroy();
 
+  // The queries, on the document's items in their list order.
+  std::vector<Data*> GetRecords() const;
+  // Sorts records by title ascending ignoring case, then number descending
+  // (ties keep their order); returns the checksum of the item IDs in the
+  // sorted order (MixOrder).
+  size_t SortTitleThenNumber(std::vector<Data*>& records) const;
+  // The items whose number is above nMinimum and whose title contains
+  // pszPart (two required filters); returns their count.
+  size_t FilterNumberAndTitle(int nMinimum, const char* pszPart) const;
+  // Searches pszWord (case ignored, not a whole word) in the three text
+  // columns; returns the count of items with a hit.
+  size_t SearchTexts(const char* pszWord) const;
+
  private:
   void NewDocument();
+  DataFilter* MakeFilter(size_t nColumn, DataFilter::FilterType nTest, const CString& value) const;
 
   std::unique_ptr<DataMgmt> m_pDoc;
   std::vector<int> m_vecColumns;

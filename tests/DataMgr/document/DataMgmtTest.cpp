@@ -85,6 +85,42 @@ TEST(DataMgmtTest, AddedColumnsGetIDsOfTheirRange) {
   }
 }
 
+// A new item takes the defaults of the columns as they are when it is
+// made, whatever the items made before it took. Each change returns the ID
+// of a Number column it adds, or -1.
+TEST(DataMgmtTest, NewItemTakesTheColumnsDefaultsAsTheyAreNow) {
+  const struct {
+    const char* pszChange;
+    int (*change)(DataMgmt& doc, DataProp& column);
+    bool bHasInt;
+    bool bHasText;
+    const char* pszText;
+  } rows[] = {
+      {"nothing", [](DataMgmt&, DataProp&) { return -1; }, false, true, ""},
+      {"type changed to Number", [](DataMgmt&, DataProp& c) { c.SetDataType(DataType::Number); return -1; },
+       true, false, ""},
+      {"default text set", [](DataMgmt&, DataProp& c) { c.SetDefaultValue("seven"); return -1; }, false, true,
+       "seven"},
+      {"column added", [](DataMgmt& doc, DataProp&) { return AddColumn(doc, DataType::Number).GetID(); },
+       false, true, ""},
+      {"column deleted", [](DataMgmt& doc, DataProp& c) { doc.DeleteDataProp(&c); return -1; }, false, false, ""},
+  };
+  for (const auto& row : rows) {
+    DataMgmt doc;
+    DataProp& column = AddColumn(doc, DataType::Text);
+    const int nID = column.GetID();
+    doc.CreateDataItem(nullptr, true, true);
+    const int nAddedID = row.change(doc, column);
+    const DataItem& item = *doc.CreateDataItem(nullptr, true, true);
+    CString text;
+    item.GetData(nID, text);
+    EXPECT_EQ(item.HaveDataPropInt(nID), row.bHasInt) << row.pszChange;
+    EXPECT_EQ(item.HaveDataPropString(nID), row.bHasText) << row.pszChange;
+    EXPECT_EQ(text, row.pszText) << row.pszChange;
+    EXPECT_TRUE(nAddedID < 0 || item.HaveDataPropInt(nAddedID)) << row.pszChange;
+  }
+}
+
 TEST(DataMgmtTest, AddedColumnFillsEitherTheItemsOrTheirSubItems) {
   DataMgmt doc;
   std::vector<int> noColumns;
