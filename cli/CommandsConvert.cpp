@@ -61,15 +61,15 @@ std::string Extension(const std::string& path) {
 
 void ReadCsv(const ImportOptions& options, const std::string& text, DataMgmt& doc) {
   CsvImport import;
-  for (const std::string& spec : options.types) {
-    const size_t nEquals = spec.rfind('=');
+  for (const std::string& typeArg : options.types) {
+    const size_t nEquals = typeArg.rfind('=');
     DataType::Type nType = DataType::Text;
-    if (nEquals == std::string::npos || !TypeNames::FindType(spec.substr(nEquals + 1).c_str(), nType)) {
-      throw CommandError(EXIT_USAGE, "--type " + Quoted(spec) +
+    if (nEquals == std::string::npos || !TypeNames::FindType(typeArg.substr(nEquals + 1).c_str(), nType)) {
+      throw CommandError(EXIT_USAGE, "--type " + Quoted(typeArg) +
                                          ": expected a column name, \"=\" and a data type "
                                          "such as Number, Decimal, Date, YesNo, Text or ValueListSelect");
     }
-    import.SetType(spec.substr(0, nEquals).c_str(), nType);
+    import.SetType(typeArg.substr(0, nEquals).c_str(), nType);
   }
   import.SetSkipBad(options.bSkipBad);
   CString error;

@@ -116,11 +116,11 @@ enum ColumnIndex {
   COLUMN_COUNT
 };
 
-struct ColumnSpec {
+struct DemoColumn {
   const char* pszName;
   DataType::Type nType;
 };
-const ColumnSpec COLUMNS[COLUMN_COUNT] = {
+const DemoColumn COLUMNS[COLUMN_COUNT] = {
     {"Title", DataType::Text},
     {"Author", DataType::ValueListSuggested},
     {"Year", DataType::Number},
@@ -188,10 +188,10 @@ class DemoBuilder {
 
  private:
   void AddColumns() {
-    for (const ColumnSpec& spec : COLUMNS) {
+    for (const DemoColumn& column : COLUMNS) {
       auto* pProp = new DataProp;
-      pProp->SetName(spec.pszName);
-      pProp->SetDataType(spec.nType);
+      pProp->SetName(column.pszName);
+      pProp->SetDataType(column.nType);
       m_doc.AddDataProp(pProp, true, false, false, false);
       m_ids.push_back(pProp->GetID());
     }

@@ -6,11 +6,11 @@ namespace {
 
 CString NoColumn(const CString& name) { return "no column \"" + name + "\""; }
 
-// Removes suffix (ignoring case) from the end of spec; whether it was there.
-bool CutSuffix(CString& spec, const char* pszSuffix) {
+// Removes suffix (ignoring case) from the end of text; whether it was there.
+bool CutSuffix(CString& text, const char* pszSuffix) {
   const int nLength = CString(pszSuffix).GetLength();
-  if (spec.GetLength() <= nLength || spec.Right(nLength).CompareNoCase(pszSuffix) != 0) return false;
-  spec = spec.Left(spec.GetLength() - nLength);
+  if (text.GetLength() <= nLength || text.Right(nLength).CompareNoCase(pszSuffix) != 0) return false;
+  text = text.Left(text.GetLength() - nLength);
   return true;
 }
 
@@ -56,8 +56,8 @@ bool DocumentView::Build(DataMgmt& doc, const std::vector<CString>& columnNames,
   return true;
 }
 
-bool DocumentView::AddSortKey(const DataMgmt& doc, const CString& spec, SortOrder& order, CString& error) {
-  CString name = spec;
+bool DocumentView::AddSortKey(const DataMgmt& doc, const CString& key, SortOrder& order, CString& error) {
+  CString name = key;
   bool bAscending = true;
   bool bCaseSensitive = false;
   for (;;) {

@@ -42,11 +42,11 @@ class VAXO057IO_API DocumentView {
   // The items that pass the filters, the ones beyond the limit included.
   size_t GetPassingCount() const { return m_nPassing; }
 
-  // Appends the key that spec names to order: a column name, then
+  // Appends to order the sort key written in key: a column name, then
   // optionally ":desc" (descending) and ":case" (case-sensitive) in either
   // order. Ascending dates and times list the latest first, as the sort
   // engine does. False, with error, for a name that names no column.
-  static bool AddSortKey(const DataMgmt& doc, const CString& spec, SortOrder& order, CString& error);
+  static bool AddSortKey(const DataMgmt& doc, const CString& key, SortOrder& order, CString& error);
 
  private:
   std::vector<Column> m_vecColumns;
