@@ -1,6 +1,6 @@
-// The document's life cycle: aliases, columns added and deleted with their
-// values, records created, copied and deleted with their default values and
-// usage counts, the last-modified item, and the document archive.
+// The document's life cycle: aliases, columns added with their values,
+// records created, copied and deleted with their default values and usage
+// counts, and the document archive.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,12 +21,6 @@ using document_test::Shown;
 using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ToHex;
-
-// Publishes the protected members the tests call.
-class TestDocument : public DataMgmt {
- public:
-  using DataMgmt::GetLastModifiedDataItem;
-};
 
 int IntOf(const Data& record, int nColumn) {
   int n = 0;
@@ -55,34 +49,6 @@ TEST(DataMgmtTest, ColumnTypeOfAnUnknownColumnLeavesTheTypeAlone) {
   EXPECT_EQ(nType, DataType::Icon);
   EXPECT_TRUE(doc.GetDataPropType(nID, nType));
   EXPECT_EQ(nType, DataType::Monetary);
-}
-
-TEST(DataMgmtTest, AddedColumnsGetIDsOfTheirRange) {
-  struct Row {
-    bool bApp;
-    int nGivenID;
-    bool bNewID;
-    bool bAccepted;
-    int nExpectedID;
-  };
-  const Row rows[] = {
-      {false, 300, false, true, DataProp::DEFAULT_USER_ID},  // not a user ID: replaced
-      {false, 6000, false, true, 6000},
-      {false, 6000, true, true, DataProp::DEFAULT_USER_ID},
-      {true, -1, false, true, 0},
-      {true, 7, false, true, 7},
-      {true, 7000, false, false, 7000},  // no application slot: refused
-  };
-  for (const Row& row : rows) {
-    DataMgmt doc;
-    auto* p = new DataProp;
-    p->SetID(row.nGivenID);
-    const bool bAccepted = doc.AddDataProp(p, row.bNewID, row.bApp, false, false);
-    EXPECT_EQ(bAccepted, row.bAccepted) << row.nGivenID;
-    EXPECT_EQ(p->GetID(), row.nExpectedID) << row.nGivenID;
-    EXPECT_EQ(doc.GetDataPropMgr().GetByID(row.nExpectedID), bAccepted ? p : nullptr) << row.nGivenID;
-    if (!bAccepted) delete p;
-  }
 }
 
 // A new item takes the defaults of the columns as they are when it is
@@ -168,9 +134,7 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
     std::vector<int> addedCounts;
   };
   const Row rows[] = {
-      {DataType::YesNo, "yes", "Y", "Y", {0, 0}, {0, 0}},
       {DataType::Number, "42", "42", "42", {0, 0}, {0, 0}},
-      {DataType::Date, "2011-05-01", "5/1/2011", "5/1/2011", {0, 0}, {0, 0}},
       {DataType::NumberWithText, "Vol. 03", "Vol. 03", "3", {0, 0}, {0, 0}},  // the number alone
       {DataType::NumberWithRomanOrText, "Part IV", "Part IV", "4", {0, 0}, {0, 0}},
       {DataType::AddressBookSuggested, "ann", "Ann", "Zed", {0, 1}, {1, 0}},  // "ann" reads as ID 0
@@ -199,37 +163,6 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
     EXPECT_EQ(Shown(added, item, *pAdded), row.pszAddedColumn) << row.pszDefault;
     EXPECT_EQ(AddressCounts(*pAdded), row.addedCounts) << row.pszDefault;
   }
-}
-
-TEST(DataMgmtTest, AFreshRecordHoldsNoValueForThumbnailOrIcon) {
-  DataMgmt doc;
-  const int nThumbnail = AddColumn(doc, DataType::EmbeddedThumbnail, "x").GetID();
-  const int nIcon = AddColumn(doc, DataType::Icon, "x").GetID();
-  const int nText = AddColumn(doc, DataType::Text).GetID();
-  const DataItem& item = *doc.CreateDataItem(nullptr, true, true);
-  EXPECT_FALSE(item.HaveDataProp(nThumbnail));
-  EXPECT_FALSE(item.HaveDataProp(nIcon));
-  EXPECT_TRUE(item.HaveDataProp(nText));
-}
-
-TEST(DataMgmtTest, DeletingAColumnCascadesOnlyThroughItemsHoldingIt) {
-  DataMgmt doc;
-  std::vector<int> noColumns;
-  DataItem& without = *doc.CreateDataItem(nullptr, true, true);
-  DataSubItem& underWithout = *doc.CreateDataSubItem(without, noColumns, nullptr, true, true);
-  DataProp& prop = AddColumn(doc, DataType::Number, "5");
-  const int nID = prop.GetID();
-  std::vector<int> columns = {nID};
-  DataItem& with = *doc.CreateDataItem(nullptr, true, true);
-  DataSubItem& underWith = *doc.CreateDataSubItem(with, columns, nullptr, true, true);
-  underWithout.RegisterDataProp(nID, 5);
-  ASSERT_TRUE(with.HaveDataProp(nID) && underWith.HaveDataProp(nID));
-
-  doc.DeleteDataProp(&prop);
-  EXPECT_EQ(doc.GetDataPropMgr().GetByID(nID), nullptr);
-  EXPECT_FALSE(with.HaveDataProp(nID));
-  EXPECT_FALSE(underWith.HaveDataProp(nID));
-  EXPECT_TRUE(underWithout.HaveDataProp(nID));
 }
 
 // Copying an item raises, and deleting it lowers, the counts of its own
@@ -300,7 +233,7 @@ const std::vector<ItemFixture> TIMED_ITEMS = {
 
 TEST(DataMgmtArchiveTest, LoadsAndStoresTheDocumentLayout) {
   const Bytes fixture = DocumentBytes(4, DataType::Text, "", TIMED_ITEMS);
-  TestDocument doc;
+  DataMgmt doc;
   doc.SetAliasDataProp(COLUMN, 1);
   EXPECT_EQ(test_support::Load(fixture, [&](CArchive& ar) { doc.Serialize(ar); }), 0u);
   EXPECT_EQ(doc.GetMRUExportPath(), "/exports/");
@@ -311,16 +244,6 @@ TEST(DataMgmtArchiveTest, LoadsAndStoresTheDocumentLayout) {
             "c");
   EXPECT_EQ(ToHex(test_support::Store([&](CArchive& ar) { doc.Serialize(ar); })), ToHex(fixture));
   test_support::ExpectEveryCutThrowsEndOfFile(fixture, [](CArchive& ar) { DataMgmt().Serialize(ar); });
-}
-
-// The latest valid time wins, the first of equal times; an item without a
-// time, or without text in the column asked for, does not count.
-TEST(DataMgmtArchiveTest, LastModifiedItemIsTheFirstOfTheLatestValidTimes) {
-  TestDocument doc;
-  test_support::Load(DocumentBytes(4, DataType::Text, "", TIMED_ITEMS), [&](CArchive& ar) { doc.Serialize(ar); });
-  EXPECT_EQ(doc.GetLastModifiedDataItem(-1), doc.GetDataItemMgr().GetAt(1));
-  EXPECT_EQ(doc.GetLastModifiedDataItem(COLUMN), doc.GetDataItemMgr().GetAt(2));
-  EXPECT_EQ(TestDocument().GetLastModifiedDataItem(-1), nullptr);
 }
 
 // Versions 2 and 3 reset a stale folder in a file-path column to the

@@ -47,7 +47,6 @@ class DataMgmtValueEntryTest : public test_support::UsLocaleTest {
 // then saved to a file and loaded, and every cell shows the same text again.
 TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredShownSavedAndLoaded) {
   const PropSetup sign = [](DataProp& p) { p.SetShowSignAlways(true); p.SetTimeShowSeconds(true); };
-  const PropSetup noNeg = [](DataProp& p) { p.SetCanBeNegative(false); };
   MakeFile("photo.jpg");
   const std::string photo = File("photo.jpg");
   struct Row {
@@ -62,20 +61,15 @@ TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredShownSavedAndLoaded) {
       {T::Number, "5", "5", true, "+5", sign},  // "+" only before a value above zero
       {T::Number, "0", "", true, "0", sign},
       {T::Duration, "0:01", "0:01", true, "+0:01", sign},
-      {T::Duration, "1:30", "2", true, "2"},  // 90 seconds in whole minutes
       {T::Decimal, "0.5", "0.50", true, "+0.50", sign},
       {T::Decimal, "0.75", "3/4", true, "3/4", [](DataProp& p) { p.SetFractional(true); }},
-      {T::Decimal, "2.50", "2.50", true, "2.5", [](DataProp& p) { p.SetShowDecimalZeroes(false); }},
       {T::Monetary, "3", "3.00", true, "+3.00", sign},
-      {T::Monetary, "-0.00", nullptr, false, "", noNeg},  // negative zero
       {T::Date, "2011-05-01", "5/1/2011", true, "5/1/2011"},
-      {T::Date, "5/1/2011", "5/1/2011", true, "May 1, 2011", [](DataProp& p) { p.SetDateTimeNumbers(false); }},
       {T::Time, "13:05:09", "1:05:09 PM", true, "1:05:09 PM", sign},
       {T::Time, "25:00", nullptr, false, ""},
       {T::Text, "x", nullptr, true, "x", [](DataProp& p) { p.SetUserChangeValue(false); }},
       {T::PhotoFilePath, photo, photo.c_str(), true, photo},
       {T::PhotoFilePath, "/no/such/file.jpg", nullptr, true, ""},  // a missing file shows as no value
-      {T::PhotoFilePath, "http://example.com/a.jpg", "http://example.com/a.jpg", true, "http://example.com/a.jpg"},
       {T::DirectoryPath, "/no/such/", "/no/such/", true, "/no/such/"},
       {T::DirectoryPath, "/no/such", nullptr, true, "/no/such"},
       {T::EmailAddress, " ann@example.com ", "ann@example.com", true, "ann@example.com"},
@@ -114,7 +108,7 @@ TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredShownSavedAndLoaded) {
 
 // In one call, what the two steps would let through unchecked is rejected
 // with the old value and usage counts kept; an entry that changes nothing is
-// told apart from one that does, which can be undone.
+// told apart from one that does.
 TEST_F(DataMgmtValueEntryTest, EntryInOneCallIsRejectedUnchangedOrChanged) {
   const PropSetup blueOrGreen = [](DataProp& p) {
     p.GetListItemByValue("blue", true);
@@ -131,7 +125,6 @@ TEST_F(DataMgmtValueEntryTest, EntryInOneCallIsRejectedUnchangedOrChanged) {
   } rows[] = {
       {T::ValueListSelect, blueOrGreen, "blue", "red", DataMgmt::EntryRejected, "red", "blue"},
       {T::Number, [](DataProp& p) { p.SetCanBeNegative(false); }, "5", "-3", DataMgmt::EntryRejected, "-3", "5"},
-      {T::YesNo, nullptr, "yes", "abc", DataMgmt::EntryRejected, "abc", "Y"},
       {T::ValueListSelect, blueOrGreen, "blue", " blue ", DataMgmt::EntryUnchanged, "blue", "blue"},
       {T::Number, nullptr, "1234", "1234 ", DataMgmt::EntryUnchanged, "1234", "1,234"},
       {T::ValueListSelect, blueOrGreen, "blue", "green", DataMgmt::EntryChanged, "green", "green"},
@@ -144,15 +137,9 @@ TEST_F(DataMgmtValueEntryTest, EntryInOneCallIsRejectedUnchangedOrChanged) {
     CString normalized;
     EXPECT_EQ(m_doc.EnterValue(item, prop.GetID(), row.pszOld, normalized), DataMgmt::EntryChanged) << name;
     const std::vector<int> counts = KeptCounts(prop);
-    TextArray earlier;
-    DataMgmt::GetUndoBufferTexts(item, prop, earlier, false);
-    const size_t nEarlier = earlier.GetCount();
     EXPECT_EQ(m_doc.EnterValue(item, prop.GetID(), row.pszTyped, normalized), row.nResult) << name;
     EXPECT_EQ(normalized, row.pszNormalized) << name;
     EXPECT_EQ(Shown(m_doc, item, prop), row.pszShown) << name;
-    earlier.RemoveAll();
-    DataMgmt::GetUndoBufferTexts(item, prop, earlier, false);
-    EXPECT_EQ(earlier.GetCount(), nEarlier + (row.nResult == DataMgmt::EntryChanged ? 1 : 0)) << name;
     if (row.nResult != DataMgmt::EntryChanged) {
       EXPECT_EQ(KeptCounts(prop), counts) << name;
     }
@@ -164,7 +151,7 @@ TEST_F(DataMgmtValueEntryTest, EntryInOneCallIsRejectedUnchangedOrChanged) {
 }
 
 // Both cuts are made on the text as typed, so with both present the suffix
-// cut wins and the prefix stays. An empty or blanked zero shows no affix.
+// cut wins and the prefix stays.
 TEST_F(DataMgmtValueEntryTest, PrefixAndSuffixAreCutFromTheTypedTextAndShown) {
   DataProp& prop = AddColumn(m_doc, T::Text);
   prop.SetPrefix("$");
@@ -177,74 +164,6 @@ TEST_F(DataMgmtValueEntryTest, PrefixAndSuffixAreCutFromTheTypedTextAndShown) {
     EXPECT_TRUE(bRedisplay) << row.first;
   }
   EXPECT_EQ(Shown(m_doc, item, prop), "$6 kg");
-  const struct {
-    T::Type nType;
-    const char* pszTyped;
-    const char* pszShown;
-  } zeros[] = {{T::Number, "0", "#0"}, {T::Duration, "0", "#0"}, {T::Decimal, "0.0004", "#0.00"},
-               {T::Monetary, "0", "#0.00"}};
-  for (const auto& row : zeros) {
-    DataProp& zero = AddColumn(m_doc, row.nType);
-    zero.SetPrefix("#");
-    bool bRedisplay = false;
-    m_doc.SetData(item, zero, row.pszTyped, bRedisplay, false);
-    ASSERT_TRUE(item.HaveDataProp(zero.GetID())) << row.pszTyped;
-    EXPECT_EQ(m_doc.GetTextRepresentation(item, zero.GetID(), true), "") << row.pszTyped;
-    EXPECT_EQ(m_doc.GetTextRepresentation(item, zero.GetID(), false), row.pszShown) << row.pszTyped;
-  }
-}
-
-// A select list stores -1 for an unknown text and releases the old entry; a
-// suggested list takes the empty text as an entry of its own, an address
-// book never makes a nameless address. Whether to create is the list
-// owner's to say, even when the owner is no column of the document.
-TEST_F(DataMgmtValueEntryTest, ListsCreateAndReleaseEntriesAsTheListOwnerSays) {
-  DataProp& select = AddColumn(m_doc, T::ValueListSelect);
-  select.GetListItemByValue("blue", true);
-  DataProp& list = AddColumn(m_doc, T::ValueListSuggested);
-  DataProp& book = AddColumn(m_doc, T::AddressBookSuggested);
-  DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
-  Enter(m_doc, item, select, "blue");
-  EXPECT_EQ(KeptCounts(select), std::vector<int>({1}));
-  Enter(m_doc, item, select, "purple");
-  EXPECT_EQ(KeptCounts(select), std::vector<int>({0}));
-  int nStored = 0;
-  item.GetData(select.GetID(), nStored);
-  EXPECT_EQ(nStored, -1);
-  Enter(m_doc, item, list, "");
-  ASSERT_EQ(list.GetListItemsCount(), 1u);
-  EXPECT_EQ(KeptCounts(list), std::vector<int>({1}));
-  Enter(m_doc, item, book, "Ann");
-  Enter(m_doc, item, book, "");
-  EXPECT_EQ(KeptCounts(book), std::vector<int>({0}));
-  DataProp selectOwner;
-  selectOwner.SetDataType(T::ValueListSelect);
-  bool bRedisplay = false;
-  EXPECT_TRUE(DataMgmt::SetDataNoFilePathAdjust(item, list, selectOwner, "red", bRedisplay, true));
-  EXPECT_EQ(list.GetListItemsCount(), 1u);
-  EXPECT_EQ(Shown(m_doc, item, list), "");
-}
-
-// Entries, formatting and acceptance come from the alias column.
-TEST_F(DataMgmtValueEntryTest, AnAliasColumnOwnsTheEntries) {
-  DataProp& typed = AddColumn(m_doc, T::ValueListSuggested);
-  DataProp& owner = AddColumn(m_doc, T::ValueListSuggested);
-  DataProp& select = AddColumn(m_doc, T::ValueListSelect);
-  DataProp& decimal = AddColumn(m_doc, T::Decimal);
-  DataProp& fractional = AddColumn(m_doc, T::Decimal);
-  fractional.SetFractional(true);
-  m_doc.SetAliasDataProp(typed.GetID(), owner.GetID());
-  m_doc.SetAliasDataProp(select.GetID(), owner.GetID());
-  m_doc.SetAliasDataProp(decimal.GetID(), fractional.GetID());
-  DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
-  Enter(m_doc, item, typed, "red");
-  EXPECT_EQ(typed.GetListItemsCount(), 0u);
-  EXPECT_EQ(KeptCounts(owner), std::vector<int>({1}));
-  EXPECT_EQ(Shown(m_doc, item, typed), "red");
-  CString text = "red";
-  EXPECT_TRUE(m_doc.IsValueAcceptable(text, select));
-  Enter(m_doc, item, decimal, "1 1/2");
-  EXPECT_EQ(Shown(m_doc, item, decimal), "1 1/2");
 }
 
 TEST_F(DataMgmtValueEntryTest, EarlierValuesAsTextWithoutAffixesOrSign) {
@@ -256,15 +175,13 @@ TEST_F(DataMgmtValueEntryTest, EarlierValuesAsTextWithoutAffixesOrSign) {
   };
   const Row rows[] = {
       {T::YesNo, nullptr, [](DataItem& r, int n) { r.RegisterDataProp(n, true); r.SetData(n, false, true); }, {"Y"}},
+      {T::Decimal, nullptr, [](DataItem& r, int n) { r.RegisterDataProp(n, 2.5); r.SetData(n, 1.0, true); }, {"2.50"}},
       {T::Number, [](DataProp& p) { p.SetShowSignAlways(true); p.SetPrefix("#"); },
        [](DataItem& r, int n) { r.RegisterDataProp(n, 1234); r.SetData(n, 0, true); r.SetData(n, 5, true); },
        {"1,234", ""}},
       {T::Decimal, [](DataProp& p) { p.SetFractional(true); },
        [](DataItem& r, int n) { r.RegisterDataProp(n, -1.5); r.SetData(n, 0.0, true); r.SetData(n, 2.0, true); },
        {"-1 1/2", ""}},
-      {T::Duration, [](DataProp& p) { p.SetTimeShowSeconds(true); },
-       [](DataItem& r, int n) { r.RegisterDataProp(n, 90); r.SetData(n, 0, true); r.SetData(n, 5, true); },
-       {"1:30", ""}},
       {T::AddressBookSelect, [](DataProp& p) { p.GetAddressByName("Ann", true); },
        [](DataItem& r, int n) {
          r.RegisterDataProp(n, 0);
@@ -274,6 +191,11 @@ TEST_F(DataMgmtValueEntryTest, EarlierValuesAsTextWithoutAffixesOrSign) {
       {T::PhotoFilePath, nullptr,
        [](DataItem& r, int n) { r.RegisterDataProp(n, "/gone/a.jpg", false); r.SetData(n, "/gone/b.jpg", true); },
        {"/gone/a.jpg"}},
+      {T::Date, nullptr,
+       [](DataItem& r, int n) { r.RegisterDataProp(n, DateTime(2011, 5, 1)); r.SetData(n, DateTime(), true); },
+       {"5/1/2011"}},
+      {T::Monetary, nullptr,
+       [](DataItem& r, int n) { r.RegisterDataProp(n, Money(0)); r.SetData(n, Money(3), true); }, {""}},
       {T::Icon, nullptr, [](DataItem& r, int n) { r.RegisterDataProp(n, 1); r.SetData(n, 2, true); }, {}},
   };
   for (const Row& row : rows) {
