@@ -1,7 +1,6 @@
-// Value entry and rendering as a host runs them: every data type judged,
-// entered as text, shown again and saved and loaded; entry in one call;
-// prefixes and suffixes; aliases as list owners; earlier values; line
-// breaks; and file paths that follow a moved folder.
+// Value entry and rendering as a host runs them: typed text judged, entered,
+// shown, saved and loaded; entry in one call; prefixes and suffixes; earlier
+// values; line breaks; and file paths that follow a moved folder.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -19,7 +18,6 @@
 namespace {
 
 using document_test::AddColumn;
-using document_test::Enter;
 using document_test::KeptCounts;
 using document_test::Shown;
 using T = DataType;
