@@ -116,7 +116,8 @@ TEST_F(DataPropMgrTest, LookupByIDAndName) {
   EXPECT_EQ(mgr.GetIndexForID(5000), 3u);
 }
 
-TEST_F(DataPropMgrTest, DeletingKeepsSlotsAndTheRestOfTheDisplayOrder) {
+// ClearAppSlot lets a column go without deleting it.
+TEST_F(DataPropMgrTest, DeletingAndClearingKeepSlotsAndTheRestOfTheDisplayOrder) {
   DataPropMgr mgr;
   mgr.AddApp(Column(0), false);
   mgr.AddApp(Column(1), false);
@@ -137,16 +138,13 @@ TEST_F(DataPropMgrTest, DeletingKeepsSlotsAndTheRestOfTheDisplayOrder) {
   EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{5001}));
   mgr.ClearoutUnusedAppDataPropSlots();
   EXPECT_EQ(mgr.GetAppCount(), 0u);
-}
 
-TEST_F(DataPropMgrTest, ClearAppSlotLetsGoWithoutDeleting) {
-  DataPropMgr mgr;
   DataProp kept;
   kept.SetID(1);
   mgr.AddApp(&kept, false);
   mgr.ClearAppSlot(1);
   EXPECT_EQ(mgr.GetAppAt(1), nullptr);
-  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{1}));
+  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{5001, 1}));
   mgr.ClearAppSlot(4);
   EXPECT_EQ(mgr.GetAppCount(), 5u);
   mgr.AddApp(Column(2), false);
@@ -189,42 +187,33 @@ TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
   }
 }
 
-TEST_F(DataPropMgrTest, ColumnsOfATypeSkipHiddenFromUIOnlyForApplicationColumns) {
+// Application column 0 is hidden from the user interface, 1 hidden by
+// the user; user column 5000 both, 5001 shown. HiddenFromUI counts only
+// for application columns.
+TEST_F(DataPropMgrTest, ColumnsOfATypeAndHiddenColumns) {
   DataPropMgr mgr;
-  DataProp* appHidden = Column(0, "", DataType::Date);
-  appHidden->SetHiddenFromUI(true);
-  mgr.AddApp(appHidden, false);
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, false));
-  DataProp* user = Column(-1, "", DataType::Date);
-  user->SetHiddenFromUI(true);
-  user->SetDisplayed(false);
-  mgr.AddUser(user, true);
-  EXPECT_TRUE(mgr.HaveDataPropOfType(DataType::Date, false));
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, true));
-  DataProp* app = Column(1, "", DataType::Date);
-  mgr.AddApp(app, false);
+  EXPECT_FALSE(mgr.HaveHiddenColumns());
+  const auto add = [&](int nID, DataType::Type nType, bool bHiddenFromUI) {
+    DataProp* column = Column(nID, "", nType);
+    column->SetDisplayed(false);
+    column->SetHiddenFromUI(bHiddenFromUI);
+    if (nID < 0) {
+      mgr.AddUser(column, true);
+    } else {
+      mgr.AddApp(column, false);
+    }
+    return column;
+  };
+  add(0, DataType::Date, true);
+  DataProp* app = add(1, DataType::Date, false);
+  DataProp* user = add(-1, DataType::Date, true);
+  mgr.AddUser(Column(-1, "", DataType::Time), true);
   std::vector<DataProp*> out = {nullptr};
   mgr.GetDataPropsOfType(out, DataType::Date, false);
   EXPECT_EQ(out, (std::vector<DataProp*>{nullptr, app, user}));
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Time, false));
-}
-
-TEST_F(DataPropMgrTest, HiddenColumnsAreThoseTheUserCanShowAgain) {
-  DataPropMgr mgr;
-  EXPECT_FALSE(mgr.HaveHiddenColumns());
-  DataProp* never = Column(0);
-  never->SetDisplayed(false);
-  never->SetHiddenFromUI(true);
-  mgr.AddApp(never, false);
-  EXPECT_FALSE(mgr.HaveHiddenColumns());
-  DataProp* app = Column(1);
-  app->SetDisplayed(false);
-  mgr.AddApp(app, false);
-  DataProp* user = Column(-1);
-  user->SetDisplayed(false);
-  user->SetHiddenFromUI(true);
-  mgr.AddUser(user, true);
-  mgr.AddUser(Column(-1), true);
+  EXPECT_TRUE(mgr.HaveDataPropOfType(DataType::Date, false));
+  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, true));
+  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Text, false));
   EXPECT_TRUE(mgr.HaveHiddenColumns());
   std::vector<int> ids = {77};
   mgr.GetHiddenColumns(ids);

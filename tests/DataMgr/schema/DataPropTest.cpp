@@ -72,18 +72,21 @@ TEST_F(DataPropTest, NameWithDescShowsOneSentenceForApplicationColumns) {
 
 TEST_F(DataPropTest, EqualByTypeAndExactNameOrderedByID) {
   DataProp a;
-  DataProp b;
   a.SetName("X");
-  b.SetName("X");
   a.SetID(2);
-  b.SetID(1);
-  EXPECT_TRUE(a == b);
-  EXPECT_TRUE(b < a);
-  b.SetName("x");
-  EXPECT_FALSE(a == b);
-  b.SetName("X");
-  b.SetDataType(DataType::LargeText);
-  EXPECT_FALSE(a == b);
+  const struct {
+    const char* name;
+    DataType::Type nType;
+    bool bEqual;
+  } rows[] = {{"X", DataType::Text, true}, {"x", DataType::Text, false}, {"X", DataType::LargeText, false}};
+  for (const auto& row : rows) {
+    DataProp b;
+    b.SetName(row.name);
+    b.SetDataType(row.nType);
+    b.SetID(1);
+    EXPECT_EQ(a == b, row.bEqual) << row.name << " " << DataType::GetText(row.nType);
+    EXPECT_TRUE(b < a);
+  }
 }
 
 // Copies are deep: entries and addresses of their own. The copy
@@ -203,39 +206,34 @@ TEST_F(DataPropTest, CopyFromMovesEntriesAndCopiesAddresses) {
   EXPECT_EQ(other.GetAddressBook().GetCount(), 1u);
 }
 
-TEST_F(DataPropTest, UsageCountsOfEntriesAndAddresses) {
+// Usage counts reach entries and addresses alike; the address book
+// operations of the column reach its book.
+TEST_F(DataPropTest, UsageCountsAndAddressBookOperations) {
   DataProp list = ValueList({"a", "b"});
-  DataProp book = AddressColumn({"a", "b"});
-  for (DataProp* column : {&list, &book}) {
-    column->AddUsageCountFor(1);
-    column->AddUsageCountFor(1);
-    column->AddUsageCountFor(9);
+  DataProp column = AddressColumn({"Ann Lee", "b"});
+  for (DataProp* pColumn : {&list, &column}) {
+    for (int nID : {1, 1, 9}) pColumn->AddUsageCountFor(nID);
   }
   EXPECT_EQ(list.GetListItemByID(1)->GetUsageCount(), 2);
-  book.AdjustAddressUsageCounts(1, 0);
-  book.AdjustAddressUsageCounts(-1, 7);
-  EXPECT_EQ(book.GetAddressBook().GetByID(0)->GetUsageCount(), 1);
-  EXPECT_EQ(book.GetAddressBook().GetByID(1)->GetUsageCount(), 1);
-  for (DataProp* column : {&list, &book}) column->ClearUsageCounts();
+  column.AdjustAddressUsageCounts(1, 0);
+  column.AdjustAddressUsageCounts(-1, 7);
+  EXPECT_EQ(column.GetAddressBook().GetByID(0)->GetUsageCount(), 1);
+  EXPECT_EQ(column.GetAddressBook().GetByID(1)->GetUsageCount(), 1);
+  for (DataProp* pColumn : {&list, &column}) pColumn->ClearUsageCounts();
   EXPECT_EQ(list.GetListItemByID(1)->GetUsageCount(), 0);
-  EXPECT_EQ(book.GetAddressBook().GetByID(1)->GetUsageCount(), 0);
-}
+  EXPECT_EQ(column.GetAddressBook().GetByID(0)->GetUsageCount(), 0);
 
-TEST_F(DataPropTest, AddressBookOperations) {
-  DataProp column = AddressColumn({"Ann Lee"});
   column.CreateAddress(6)->SetData(Address::Name, "Bo");
-  EXPECT_EQ(column.CreateAddress(-1)->GetID(), 7);
-  column.GetAddressBook().GetByID(7)->SetData(Address::Name, "Lee Roy");
+  column.CreateAddress(-1)->SetData(Address::Name, "Lee Roy");
   std::vector<int> ids = {99};
   column.FindAddressIDsContaining("Lee", ids);
   column.FindAddressIDsContaining("lee", ids);
   EXPECT_EQ(ids, (std::vector<int>{99, 0, 7}));
   EXPECT_EQ(column.GetAddressByName("bo", false)->GetID(), 6);
   column.SetAddressBookFlag(false);
-  EXPECT_FALSE(column.GetAddressBook().GetIsBusiness());
   EXPECT_FALSE(column.GetAddressBook().GetByID(6)->GetIsBusiness());
   column.DeleteAddress(6);
-  EXPECT_EQ(column.GetAddressBook().GetCount(), 2u);
+  EXPECT_EQ(column.GetAddressBook().GetCount(), 3u);
   column.ClearAddressBook();
   EXPECT_EQ(column.CreateAddress(-1)->GetID(), 0);
 }
@@ -243,7 +241,8 @@ TEST_F(DataPropTest, AddressBookOperations) {
 // Own book A B C D (A used), other A2 C2 (private) d E (E used): A and C
 // change, B goes, D only differs in case, E is added as a copy that takes
 // the book's business flag and keeps its usage count; the own usage count
-// of A is not kept. Reports come in reverse book order.
+// of A is not kept. Reports come in reverse book order. Addresses without
+// an ID are never matched: the own one is deleted, other's added.
 TEST_F(DataPropTest, SyncAddressesMakesTheBookEqualToTheOther) {
   DataProp column = AddressColumn({"A", "B", "C", "D"});
   column.GetAddressBook().GetByID(0)->RegisterUsage();
@@ -261,14 +260,16 @@ TEST_F(DataPropTest, SyncAddressesMakesTheBookEqualToTheOther) {
     other.Add(address, false);
   }
   other.GetByID(9)->RegisterUsage();
-
   std::vector<int> changed = {42};
   std::vector<int> deleted = {42};
   bool bAdded = false;
-  column.SyncAddresses(other, changed, deleted, bAdded);
-  EXPECT_EQ(changed, (std::vector<int>{2, 0}));
-  EXPECT_EQ(deleted, (std::vector<int>{1}));
-  EXPECT_TRUE(bAdded);
+  const auto sync = [&](std::vector<int> changedIDs, std::vector<int> deletedIDs, bool bAddedOne) {
+    column.SyncAddresses(other, changed, deleted, bAdded);
+    EXPECT_EQ(changed, changedIDs);
+    EXPECT_EQ(deleted, deletedIDs);
+    EXPECT_EQ(bAdded, bAddedOne);
+  };
+  sync({2, 0}, {1}, true);
   const AddressBook& book = column.GetAddressBook();
   ASSERT_EQ(book.GetCount(), 4u);
   EXPECT_EQ(book.GetAt(0)->GetData(Address::Name), "A2");
@@ -279,30 +280,13 @@ TEST_F(DataPropTest, SyncAddressesMakesTheBookEqualToTheOther) {
   EXPECT_TRUE(book.GetAt(3)->GetIsBusiness());
   EXPECT_EQ(book.GetAt(3)->GetUsageCount(), 1);
   EXPECT_EQ(column.CreateAddress(-1)->GetID(), 10);
-
   // The added copy now differs from other's in its flag; the address made
   // after the first sync is not in other.
-  column.SyncAddresses(other, changed, deleted, bAdded);
-  EXPECT_EQ(changed, (std::vector<int>{9}));
-  EXPECT_EQ(deleted, (std::vector<int>{10}));
-  EXPECT_FALSE(bAdded);
-}
+  sync({9}, {10}, false);
 
-// Addresses without an ID are never matched: the own one is deleted and
-// other's is added as a copy, its ID kept.
-TEST_F(DataPropTest, SyncAddressesMatchesOnlyValidIDs) {
-  DataProp column = AddressColumn({});
   EXPECT_EQ(column.CreateAddress(-2)->GetID(), -1);
-  AddressBook other;
   other.Add(new Address, false);
-  std::vector<int> changed;
-  std::vector<int> deleted;
-  bool bAdded = false;
-  column.SyncAddresses(other, changed, deleted, bAdded);
-  EXPECT_TRUE(changed.empty());
-  EXPECT_EQ(deleted, (std::vector<int>{-1}));
-  EXPECT_TRUE(bAdded);
-  ASSERT_EQ(column.GetAddressBook().GetCount(), 1u);
-  EXPECT_EQ(column.GetAddressBook().GetAt(0)->GetID(), -1);
-  EXPECT_EQ(column.CreateAddress(-1)->GetID(), 0);
+  sync({}, {-1}, true);
+  EXPECT_EQ(book.GetAt(4)->GetID(), -1);
+  EXPECT_EQ(column.CreateAddress(-1)->GetID(), 11);
 }
