@@ -47,17 +47,12 @@ TEST_F(DataPropListTest, EachListTypeCreatesItsEntryClass) {
   const struct {
     DataType::Type nType;
     const std::type_info* pClass;  // null: no entries
-  } rows[] = {{DataType::NumberListSuggested, &typeid(ListItemNumber)},
-              {DataType::NumberListSelect, &typeid(ListItemNumber)},
+  } rows[] = {{DataType::NumberListSelect, &typeid(ListItemNumber)},
               {DataType::DecimalListSuggested, &typeid(ListItemDouble)},
-              {DataType::DecimalListSelect, &typeid(ListItemDouble)},
-              {DataType::DescValueListSuggested, &typeid(ListItemTextDesc)},
               {DataType::DescValueListSelect, &typeid(ListItemTextDesc)},
               {DataType::ValueListSuggested, &typeid(ListItemText)},
-              {DataType::ValueListSelect, &typeid(ListItemText)},
               {DataType::Text, nullptr},
-              {DataType::AddressBookSelect, nullptr},
-              {DataType::Icon, nullptr}};
+              {DataType::AddressBookSelect, nullptr}};
   for (const auto& row : rows) {
     DataProp column = Column(row.nType);
     const ListItem* item = column.CreateListItem(true, -1);
