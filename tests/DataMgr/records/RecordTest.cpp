@@ -97,13 +97,6 @@ std::unique_ptr<T> Made(Way way, T (*source)(), T (*target)()) {
   return made;
 }
 
-// The column whose history a copy holds, or 0 for none.
-struct CopyCase {
-  Way way;
-  int nID;
-  int nHistoryColumn;
-};
-
 }  // namespace
 
 // Every kind of value, through the record interface (a text literal too):
@@ -136,40 +129,37 @@ TEST(RecordTest, AnItemIsStampedByUndoableChangesOnly) {
   }
 }
 
-TEST(RecordTest, CopiesOfAnItemTakeTheIDAndHistoryTheWayTheClassSays) {
-  const CopyCase cases[] = {
-      {COPY_CONSTRUCTED, 4, 2}, {MOVE_CONSTRUCTED, 4, 2}, {COPY_ASSIGNED, 9, 3}, {MOVE_ASSIGNED, 9, 2}};
-  const DataItem source = ItemSource();
-  for (const CopyCase& c : cases) {
-    SCOPED_TRACE(WAYS[c.way]);
-    const auto made = Made(c.way, &ItemSource, &ItemTarget);
-    EXPECT_EQ(made->GetID(), c.nID);
-    EXPECT_EQ(IntOf(*made, 1), 20);
-    EXPECT_FALSE(made->HaveDataProp(3));
-    EXPECT_EQ(LastModified(*made), OLD_TIME);
-    EXPECT_EQ(made->HaveUndoData(2), c.nHistoryColumn == 2);
-    EXPECT_EQ(made->HaveUndoData(3), c.nHistoryColumn == 3);
-    const DataSubItemMgr& subItems = made->GetSubItemsMgr();
+// Each row: how the copies are made, the ID they have, and the column
+// whose history the item's copy and the sub-item's copy hold (0: none).
+TEST(RecordTest, CopiesTakeTheIDAndHistoryTheWayTheClassSays) {
+  const struct {
+    Way way;
+    int nID, nItemHistory, nSubItemHistory;
+  } rows[] = {
+      {COPY_CONSTRUCTED, 4, 2, 0}, {MOVE_CONSTRUCTED, 4, 2, 1}, {COPY_ASSIGNED, 9, 3, 2}, {MOVE_ASSIGNED, 9, 2, 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(WAYS[row.way]);
+    const auto item = Made(row.way, &ItemSource, &ItemTarget);
+    EXPECT_EQ(item->GetID(), row.nID);
+    EXPECT_EQ(IntOf(*item, 1), 20);
+    EXPECT_FALSE(item->HaveDataProp(3));
+    EXPECT_EQ(LastModified(*item), OLD_TIME);
+    EXPECT_EQ(item->HaveUndoData(2), row.nItemHistory == 2);
+    EXPECT_EQ(item->HaveUndoData(3), row.nItemHistory == 3);
+    const DataSubItemMgr& subItems = item->GetSubItemsMgr();
     ASSERT_EQ(subItems.GetCount(), 2u);
     EXPECT_EQ(subItems.GetAt(0)->GetParentID(), 4);
     EXPECT_EQ(IntOf(*subItems.GetAt(0), 1), 99);
     EXPECT_FALSE(subItems.GetAt(0)->HaveUndoData(1));
     EXPECT_EQ(subItems.GetAt(1)->GetID(), 1);
-  }
-}
 
-TEST(RecordTest, CopiesOfASubItemTakeTheIDAndHistoryTheWayTheClassSays) {
-  const CopyCase cases[] = {
-      {COPY_CONSTRUCTED, 4, 0}, {MOVE_CONSTRUCTED, 4, 1}, {COPY_ASSIGNED, 9, 2}, {MOVE_ASSIGNED, 9, 1}};
-  for (const CopyCase& c : cases) {
-    SCOPED_TRACE(WAYS[c.way]);
-    const auto made = Made(c.way, &SubItemSource, &SubItemTarget);
-    EXPECT_EQ(made->GetID(), c.nID);
-    EXPECT_EQ(made->GetParentID(), 7);
-    EXPECT_EQ(IntOf(*made, 1), 20);
-    EXPECT_FALSE(made->HaveDataProp(2));
-    EXPECT_EQ(IntHistory(*made, 1), c.nHistoryColumn == 1 ? (std::vector<int>{-1, 10}) : std::vector<int>());
-    EXPECT_EQ(made->HaveUndoData(2), c.nHistoryColumn == 2);
+    const auto subItem = Made(row.way, &SubItemSource, &SubItemTarget);
+    EXPECT_EQ(subItem->GetID(), row.nID);
+    EXPECT_EQ(subItem->GetParentID(), 7);
+    EXPECT_EQ(IntOf(*subItem, 1), 20);
+    EXPECT_FALSE(subItem->HaveDataProp(2));
+    EXPECT_EQ(IntHistory(*subItem, 1), row.nSubItemHistory == 1 ? (std::vector<int>{-1, 10}) : std::vector<int>());
+    EXPECT_EQ(subItem->HaveUndoData(2), row.nSubItemHistory == 2);
   }
 }
 

@@ -89,19 +89,31 @@ TEST_F(DataPropListTest, EntriesAreNumberedAndOwnedByTheirColumn) {
   EXPECT_EQ(other.GetListItemByID(0), other.GetListItemAt(0));
 }
 
-TEST_F(DataPropListTest, ValueLookupIsExactAndInDisplayOrder) {
+// Lookup by value is exact and in display order; finding by a part of the
+// text heeds case; a type without entries drops them.
+TEST_F(DataPropListTest, ValueLookupFindAndTypeChanges) {
   DataProp column = Column(DataType::ValueListSelect);
   Add(column, "Red");
   ListItem* second = Add(column, "red");
+  Add(column, "sky blue");
   Add(column, "red");
   const DataProp& view = column;
   EXPECT_EQ(view.GetListItemByValue("red"), second);
   EXPECT_EQ(view.GetListItemByValue("RED"), nullptr);
   EXPECT_EQ(column.GetListItemByValue("RED", false), nullptr);
-  ListItem* created = column.GetListItemByValue("RED", true);
-  EXPECT_EQ(created->GetTextRepresentation(), "RED");
-  EXPECT_EQ(column.GetListItemByID(3), created);
-  EXPECT_EQ(column.GetListItemAt(3), created);
+  ListItem* created = column.GetListItemByValue("Blue sky", true);
+  EXPECT_EQ(created->GetTextRepresentation(), "Blue sky");
+  EXPECT_EQ(column.GetListItemByID(4), created);
+  EXPECT_EQ(column.GetListItemAt(4), created);
+  std::vector<int> ids = {-7};
+  column.FindListItemIDsContaining("blue", ids);
+  column.FindListItemIDsContaining("", ids);
+  EXPECT_EQ(ids, (std::vector<int>{-7, 2}));
+  column.SetDataType(DataType::ValueListSuggested);
+  EXPECT_EQ(column.GetListItemsCount(), 5u);
+  column.SetDataType(DataType::Text);
+  EXPECT_EQ(column.GetListItemsCount(), 0u);
+  EXPECT_EQ(column.GetListItemByID(0), nullptr);
 }
 
 // Turning KeepListItemsSorted on sorts at once (numbers by value); then each
@@ -220,20 +232,4 @@ TEST_F(DataPropListTest, RefreshRenumbersOnlyEntriesThatWereNeverNumbered) {
     }
     EXPECT_EQ(column.CreateListItem(true, -1)->GetID(), row.nNext) << row.created.size() << " entries";
   }
-}
-
-TEST_F(DataPropListTest, FindAndTypeChanges) {
-  DataProp column = Column(DataType::ValueListSelect);
-  Add(column, "Blue sky");
-  Add(column, "sky blue");
-  Add(column, "grey");
-  std::vector<int> ids = {-7};
-  column.FindListItemIDsContaining("blue", ids);
-  column.FindListItemIDsContaining("", ids);
-  EXPECT_EQ(ids, (std::vector<int>{-7, 1}));
-  column.SetDataType(DataType::ValueListSuggested);
-  EXPECT_EQ(column.GetListItemsCount(), 3u);
-  column.SetDataType(DataType::Text);
-  EXPECT_EQ(column.GetListItemsCount(), 0u);
-  EXPECT_EQ(column.GetListItemByID(0), nullptr);
 }
