@@ -164,23 +164,6 @@ TEST_F(DataPropArchiveTest, CurrentFormsRoundTrip) {
     EXPECT_EQ(ToHex(Stored(column)), ToHex(form));
     ExpectEveryCutThrows(form);
   }
-  // Each accessor reads its own field, the flags in stream order.
-  const DataProp c = Loaded<DataProp>(forms[0]);
-  EXPECT_EQ((std::vector<bool>{c.GetCanBeSummed(), c.GetCanBeAveraged(), c.GetCanBeNegative(), c.GetDisplayed(),
-                               c.GetThousandsSep(), c.GetFractional(), c.GetShowDecimalZeroes(), c.GetShowSignAlways(),
-                               c.GetZeroIsEmpty(), c.GetDateTimeNumbers(), c.GetUserCanDelete(),
-                               c.GetUserCanDeleteWarning(), c.GetUserChangeDataType(), c.GetUserChangeValue(),
-                               c.GetTimeShowHours(), c.GetTimeShowSeconds(), c.GetUserChangeDefValue(),
-                               c.GetSortValuesByListOrder(), c.GetHiddenFromUI(), c.GetKeepListItemsSorted(),
-                               c.GetUseWithDataSubItem()}),
-            (std::vector<bool>{true, true, false, false, false, true, false, true, false, false, false, true, false,
-                               false, true, true, false, true, true, false, true}));
-  EXPECT_EQ(c.GetID(), 5001);
-  EXPECT_EQ(c.GetCustomColWidth(), 120u);
-  EXPECT_EQ(c.GetColWidth(), DataProp::ColWidth(2));
-  EXPECT_EQ(c.GetColAlignment(), DataProp::ColAlign(0x101));
-  EXPECT_EQ(c.GetDataType(), DataType::ValueListSelect);
-  EXPECT_EQ(c.GetDesc() + c.GetName() + c.GetDefaultValue() + c.GetPrefix() + c.GetSuffix(), "dSizeM<>");
 }
 
 // The entry counter is 32-bit before version 14; entries raise the next ID
