@@ -51,7 +51,8 @@ TEST_F(ListItemTest, EachClassComparesByItsOwnKey) {
               {"abc == ABC", lower == upper, true}, {"abc < ABC", lower < upper, false},
               {"ABC < b", upper < b, true},         {"Red/warm == red/cold", red == redToo, true},
               {"3 < 5", n3 < n5, true},             {"3 == 5", n3 == n5, false},
-              {"ID 1 < ID 9", base5 < base3, true}, {"0.1 + 0.2 == 0.3", sum == third, false},
+              {"ID 1 < ID 9", base5 < base3, true}, {"ID 1 == ID 9", base5 == base3, false},
+              {"0.1 + 0.2 == 0.3", sum == third, false},
               {"0.3 < 0.1 + 0.2", third < sum, true}, {"case change set", lower.SetTextRepresentation("ABC"), true}};
   for (const auto& row : rows) EXPECT_EQ(row.bGot, row.bExpected) << row.name;
   EXPECT_EQ(red.GetTextRepresentation(), "Red");
