@@ -12,7 +12,6 @@
 
 using records_test::Fill;
 using records_test::IDs;
-using records_test::IntHistory;
 using records_test::IntOf;
 using records_test::ItemList;
 using records_test::OLD_DAY;
@@ -46,17 +45,11 @@ std::vector<int> ParentIDs(const DataItem& item) {
   return ids;
 }
 
-// Each item's sub-items have its ID as their parent ID.
-void ExpectParentsFollow(const DataItemMgr& items) {
-  for (size_t i = 0; i < items.GetCount(); ++i) {
-    const int nID = items.GetAt(i)->GetID();
-    EXPECT_EQ(ParentIDs(*items.GetAt(i)), (std::vector<int>{nID, nID})) << "item " << i;
-  }
-}
-
 }  // namespace
 
-TYPED_TEST(RecordListTest, CreatingConsumesIDsEvenWhenNotAdded) {
+// Creating consumes an ID even when the record is not added; deleting
+// keeps the next ID unless told to reset it.
+TYPED_TEST(RecordListTest, CreatingAndDeleting) {
   TypeParam list;
   auto* pLoose = list.Create(nullptr, false, true);
   EXPECT_EQ(pLoose->GetID(), 0);
@@ -72,6 +65,20 @@ TYPED_TEST(RecordListTest, CreatingConsumesIDsEvenWhenNotAdded) {
   EXPECT_EQ(list.Create(list.GetAt(1), true, false)->GetID(), 2);
   EXPECT_EQ(list.Create(nullptr, true, false)->GetID(), -1);
   EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 3);
+
+  list.Delete(static_cast<size_t>(5));
+  typename std::remove_pointer<decltype(list.GetAt(0))>::type foreign;
+  list.Delete(&foreign);
+  list.Delete(nullptr);
+  EXPECT_EQ(list.GetCount(), 5u);
+  list.Delete(static_cast<size_t>(0));
+  list.Delete(list.GetByID(2));
+  EXPECT_EQ(IDs(list), (std::vector<int>{2, -1, 3}));
+  list.DeleteAll(false);
+  EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 4);
+  list.DeleteAll(true);
+  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 0);
 }
 
 TYPED_TEST(RecordListTest, MovingShiftsTheRecordsBetween) {
@@ -89,24 +96,6 @@ TYPED_TEST(RecordListTest, MovingShiftsTheRecordsBetween) {
     }
     EXPECT_EQ(IDs(list), row.ids) << row.nFrom << " to " << row.nTo;
   }
-}
-
-TYPED_TEST(RecordListTest, DeletingByIndexPointerOrAll) {
-  TypeParam list;
-  Fill(list, 3);
-  list.Delete(static_cast<size_t>(3));
-  typename std::remove_pointer<decltype(list.GetAt(0))>::type foreign;
-  list.Delete(&foreign);
-  list.Delete(nullptr);
-  EXPECT_EQ(list.GetCount(), 3u);
-  list.Delete(static_cast<size_t>(0));
-  list.Delete(list.GetByID(2));
-  EXPECT_EQ(IDs(list), std::vector<int>{1});
-  list.DeleteAll(false);
-  EXPECT_TRUE(list.IsEmpty());
-  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 3);
-  list.DeleteAll(true);
-  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 0);
 }
 
 // Each row sets column 2 of every record to a value of one kind, undoably.
@@ -147,7 +136,9 @@ TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     Fill(items, 3);
     LoadAll(bytes, items);
     EXPECT_EQ(IDs(items), row.loaded);
-    ExpectParentsFollow(items);
+    for (size_t i = 0; i < items.GetCount(); ++i) {
+      EXPECT_EQ(ParentIDs(*items.GetAt(i)), std::vector<int>(2, items.GetAt(i)->GetID())) << "item " << i;
+    }
     EXPECT_EQ(IntOf(*items.GetAt(1), 1), row.stored[1]);
     EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
     if (row.nVersion == 4) {
