@@ -21,7 +21,7 @@ using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
 using test_support::LoadAll;
 using test_support::ShrinkSize;
-using test_support::Store;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -142,7 +142,7 @@ TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     EXPECT_EQ(IntOf(*items.GetAt(1), 1), row.stored[1]);
     EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
     if (row.nVersion == 4) {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { items.Serialize(ar); })), ToHex(bytes));
+      EXPECT_EQ(ToHex(Stored(items)), ToHex(bytes));
     }
     EXPECT_EQ(items.Create(nullptr, true, true)->GetID(), row.nNextID);
     ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataItemMgr().Serialize(ar); });
@@ -168,7 +168,7 @@ TEST(DataSubItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     EXPECT_EQ(subItems.GetAt(1)->GetParentID(), row.nVersion == 1 ? -1 : 4);
     EXPECT_EQ(IntOf(*subItems.GetAt(1), 1), 1);
     if (row.nVersion == 3) {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { subItems.Serialize(ar); })), ToHex(bytes));
+      EXPECT_EQ(ToHex(Stored(subItems)), ToHex(bytes));
     }
     EXPECT_EQ(subItems.Create(nullptr, true, true)->GetID(), row.nNextID);
     ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataSubItemMgr().Serialize(ar); });

@@ -13,7 +13,7 @@ using schema_test::Enciphered;
 using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::Load;
-using test_support::Store;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -35,10 +35,6 @@ ByteWriter& PlainFields(ByteWriter& w, int nCount) {
   w.Counter(static_cast<unsigned>(nCount), true);
   for (int i = 0; i < nCount; ++i) w.Text("f" + std::to_string(i));
   return w;
-}
-
-Bytes Stored(Address& address) {
-  return Store([&](CArchive& ar) { address.Serialize(ar); });
 }
 
 }  // namespace

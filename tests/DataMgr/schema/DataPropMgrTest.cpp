@@ -13,7 +13,7 @@ using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
-using test_support::Store;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -261,7 +261,7 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
   stored.AddApp(Column(1, "a"), false);
   stored.ClearAppSlot(3);
   stored.AddUser(Column(-1, "u"), true);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { stored.Serialize(ar); })), ToHex(rows[0].bytes));
+  EXPECT_EQ(ToHex(Stored(stored)), ToHex(rows[0].bytes));
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     DataPropMgr mgr;
@@ -276,7 +276,7 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     }
     EXPECT_EQ(DisplayOrder(mgr), row.order);
     if (row.name[0] == '4') {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { mgr.Serialize(ar); })), ToHex(row.bytes));
+      EXPECT_EQ(ToHex(Stored(mgr)), ToHex(row.bytes));
     }
     mgr.AddUser(Column(-1), true);
     EXPECT_EQ(mgr.GetUserAt(mgr.GetUserCount() - 1)->GetID(), row.nNextUserID);
