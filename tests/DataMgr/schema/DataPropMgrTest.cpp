@@ -12,7 +12,7 @@ using schema_test::ColumnArchive;
 using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
+using test_support::LoadAll;
 using test_support::Stored;
 using test_support::ToHex;
 
@@ -160,7 +160,7 @@ TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
   for (int i = 0; i < 5000; ++i) w.Int(0);
   w.Int(1).Raw(ColumnRecord(5000, "late")).Counter(0, false).Counter(0, false);
   DataPropMgr mgr;
-  EXPECT_EQ(Load(w.Get(), [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+  LoadAll(w.Get(), mgr);
   std::unique_ptr<DataProp> taken(mgr.GetAppAt(5000));
   ASSERT_NE(taken, nullptr);
   mgr.ClearAppSlot(5000);
@@ -174,9 +174,7 @@ TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
 TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
   const struct {
     std::vector<int> order, ids, expected;
-  } rows[] = {{{3, 5000, 7}, {5000, 3}, {3, 5000}},
-              {{3, 5000, 7}, {9}, {9}},
-              {{3, 5000, 7}, {7, 9, 3}, {3, 7}},
+  } rows[] = {{{3, 5000, 7}, {5000, 3}, {3, 5000}}, {{3, 5000, 7}, {9}, {9}}, {{3, 5000, 7}, {7, 9, 3}, {3, 7}},
               {{}, {3, 7}, {}}};
   for (const auto& row : rows) {
     DataPropMgr mgr;
@@ -268,7 +266,7 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     mgr.SetID(4);
     mgr.AddApp(Column(0), false);
     mgr.AddUser(Column(-1), true);
-    EXPECT_EQ(Load(row.bytes, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+    LoadAll(row.bytes, mgr);
     EXPECT_EQ(mgr.GetID(), row.nID);
     ASSERT_EQ(mgr.GetAppCount(), row.slotIDs.size());
     for (size_t i = 0; i < row.slotIDs.size(); ++i) {
@@ -283,7 +281,5 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     ExpectEveryCutThrowsEndOfFile(row.bytes, [](CArchive& ar) { DataPropMgr().Serialize(ar); });
   }
   DataPropMgr mgr;
-  EXPECT_THROW(Load(ByteWriter().Word(4).Int(0).Counter(1ull << 40, false).Get(),
-                    [&](CArchive& ar) { mgr.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ByteWriter().Word(4).Int(0).Counter(1ull << 40, false).Get(), mgr), CArchiveException);
 }
