@@ -18,7 +18,6 @@ using records_test::OLD_DAY;
 using records_test::SubItemList;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
 using test_support::LoadAll;
 using test_support::ShrinkSize;
 using test_support::Stored;
@@ -180,15 +179,13 @@ TEST(DataItemMgrTest, ALoadCutShortKeepsWhatItRead) {
   const Bytes items = ItemList(4, {3, 7});
   DataItemMgr itemList;
   Fill(itemList, 3);
-  EXPECT_THROW(Load(ShrinkSize(items, items.size() - 1), [&](CArchive& ar) { itemList.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ShrinkSize(items, items.size() - 1), itemList), CArchiveException);
   EXPECT_EQ(IDs(itemList), (std::vector<int>{3, 7}));
   EXPECT_EQ(itemList.GetAt(1)->GetSubItemsMgr().GetCount(), 2u);
 
   const Bytes subItems = SubItemList(3, {0, 1}, true);
   DataSubItemMgr subItemList;
-  EXPECT_THROW(Load(ShrinkSize(subItems, subItems.size() - 40), [&](CArchive& ar) { subItemList.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ShrinkSize(subItems, subItems.size() - 40), subItemList), CArchiveException);
   ASSERT_EQ(subItemList.GetCount(), 2u);
   EXPECT_EQ(IntOf(*subItemList.GetAt(0), 1), 0);
 }
