@@ -134,6 +134,12 @@ void LoadAll(const Bytes& bytes, T& target) {
   EXPECT_EQ(Load(bytes, [&](CArchive& ar) { target.Serialize(ar); }), 0u);
 }
 
+// The bytes value stores.
+template <typename T>
+Bytes Stored(T& value) {
+  return Store([&](CArchive& ar) { value.Serialize(ar); });
+}
+
 // A fresh T loaded from bytes, every one of which it must read.
 template <typename T>
 T Loaded(const Bytes& bytes) {

@@ -12,17 +12,15 @@
 
 using records_test::Fill;
 using records_test::IDs;
-using records_test::IntHistory;
 using records_test::IntOf;
 using records_test::ItemList;
 using records_test::OLD_DAY;
 using records_test::SubItemList;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
 using test_support::LoadAll;
 using test_support::ShrinkSize;
-using test_support::Store;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -46,17 +44,11 @@ std::vector<int> ParentIDs(const DataItem& item) {
   return ids;
 }
 
-// Each item's sub-items have its ID as their parent ID.
-void ExpectParentsFollow(const DataItemMgr& items) {
-  for (size_t i = 0; i < items.GetCount(); ++i) {
-    const int nID = items.GetAt(i)->GetID();
-    EXPECT_EQ(ParentIDs(*items.GetAt(i)), (std::vector<int>{nID, nID})) << "item " << i;
-  }
-}
-
 }  // namespace
 
-TYPED_TEST(RecordListTest, CreatingConsumesIDsEvenWhenNotAdded) {
+// Creating consumes an ID even when the record is not added; deleting
+// keeps the next ID unless told to reset it.
+TYPED_TEST(RecordListTest, CreatingAndDeleting) {
   TypeParam list;
   auto* pLoose = list.Create(nullptr, false, true);
   EXPECT_EQ(pLoose->GetID(), 0);
@@ -72,6 +64,20 @@ TYPED_TEST(RecordListTest, CreatingConsumesIDsEvenWhenNotAdded) {
   EXPECT_EQ(list.Create(list.GetAt(1), true, false)->GetID(), 2);
   EXPECT_EQ(list.Create(nullptr, true, false)->GetID(), -1);
   EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 3);
+
+  list.Delete(static_cast<size_t>(5));
+  typename std::remove_pointer<decltype(list.GetAt(0))>::type foreign;
+  list.Delete(&foreign);
+  list.Delete(nullptr);
+  EXPECT_EQ(list.GetCount(), 5u);
+  list.Delete(static_cast<size_t>(0));
+  list.Delete(list.GetByID(2));
+  EXPECT_EQ(IDs(list), (std::vector<int>{2, -1, 3}));
+  list.DeleteAll(false);
+  EXPECT_TRUE(list.IsEmpty());
+  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 4);
+  list.DeleteAll(true);
+  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 0);
 }
 
 TYPED_TEST(RecordListTest, MovingShiftsTheRecordsBetween) {
@@ -89,24 +95,6 @@ TYPED_TEST(RecordListTest, MovingShiftsTheRecordsBetween) {
     }
     EXPECT_EQ(IDs(list), row.ids) << row.nFrom << " to " << row.nTo;
   }
-}
-
-TYPED_TEST(RecordListTest, DeletingByIndexPointerOrAll) {
-  TypeParam list;
-  Fill(list, 3);
-  list.Delete(static_cast<size_t>(3));
-  typename std::remove_pointer<decltype(list.GetAt(0))>::type foreign;
-  list.Delete(&foreign);
-  list.Delete(nullptr);
-  EXPECT_EQ(list.GetCount(), 3u);
-  list.Delete(static_cast<size_t>(0));
-  list.Delete(list.GetByID(2));
-  EXPECT_EQ(IDs(list), std::vector<int>{1});
-  list.DeleteAll(false);
-  EXPECT_TRUE(list.IsEmpty());
-  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 3);
-  list.DeleteAll(true);
-  EXPECT_EQ(list.Create(nullptr, true, true)->GetID(), 0);
 }
 
 // Each row sets column 2 of every record to a value of one kind, undoably.
@@ -147,11 +135,13 @@ TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     Fill(items, 3);
     LoadAll(bytes, items);
     EXPECT_EQ(IDs(items), row.loaded);
-    ExpectParentsFollow(items);
+    for (size_t i = 0; i < items.GetCount(); ++i) {
+      EXPECT_EQ(ParentIDs(*items.GetAt(i)), std::vector<int>(2, items.GetAt(i)->GetID())) << "item " << i;
+    }
     EXPECT_EQ(IntOf(*items.GetAt(1), 1), row.stored[1]);
     EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
     if (row.nVersion == 4) {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { items.Serialize(ar); })), ToHex(bytes));
+      EXPECT_EQ(ToHex(Stored(items)), ToHex(bytes));
     }
     EXPECT_EQ(items.Create(nullptr, true, true)->GetID(), row.nNextID);
     ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataItemMgr().Serialize(ar); });
@@ -177,7 +167,7 @@ TEST(DataSubItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     EXPECT_EQ(subItems.GetAt(1)->GetParentID(), row.nVersion == 1 ? -1 : 4);
     EXPECT_EQ(IntOf(*subItems.GetAt(1), 1), 1);
     if (row.nVersion == 3) {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { subItems.Serialize(ar); })), ToHex(bytes));
+      EXPECT_EQ(ToHex(Stored(subItems)), ToHex(bytes));
     }
     EXPECT_EQ(subItems.Create(nullptr, true, true)->GetID(), row.nNextID);
     ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataSubItemMgr().Serialize(ar); });
@@ -189,15 +179,13 @@ TEST(DataItemMgrTest, ALoadCutShortKeepsWhatItRead) {
   const Bytes items = ItemList(4, {3, 7});
   DataItemMgr itemList;
   Fill(itemList, 3);
-  EXPECT_THROW(Load(ShrinkSize(items, items.size() - 1), [&](CArchive& ar) { itemList.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ShrinkSize(items, items.size() - 1), itemList), CArchiveException);
   EXPECT_EQ(IDs(itemList), (std::vector<int>{3, 7}));
   EXPECT_EQ(itemList.GetAt(1)->GetSubItemsMgr().GetCount(), 2u);
 
   const Bytes subItems = SubItemList(3, {0, 1}, true);
   DataSubItemMgr subItemList;
-  EXPECT_THROW(Load(ShrinkSize(subItems, subItems.size() - 40), [&](CArchive& ar) { subItemList.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ShrinkSize(subItems, subItems.size() - 40), subItemList), CArchiveException);
   ASSERT_EQ(subItemList.GetCount(), 2u);
   EXPECT_EQ(IntOf(*subItemList.GetAt(0), 1), 0);
 }

@@ -12,8 +12,8 @@ using schema_test::ColumnArchive;
 using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
-using test_support::Load;
-using test_support::Store;
+using test_support::LoadAll;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -116,7 +116,8 @@ TEST_F(DataPropMgrTest, LookupByIDAndName) {
   EXPECT_EQ(mgr.GetIndexForID(5000), 3u);
 }
 
-TEST_F(DataPropMgrTest, DeletingKeepsSlotsAndTheRestOfTheDisplayOrder) {
+// ClearAppSlot lets a column go without deleting it.
+TEST_F(DataPropMgrTest, DeletingAndClearingKeepSlotsAndTheRestOfTheDisplayOrder) {
   DataPropMgr mgr;
   mgr.AddApp(Column(0), false);
   mgr.AddApp(Column(1), false);
@@ -137,16 +138,13 @@ TEST_F(DataPropMgrTest, DeletingKeepsSlotsAndTheRestOfTheDisplayOrder) {
   EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{5001}));
   mgr.ClearoutUnusedAppDataPropSlots();
   EXPECT_EQ(mgr.GetAppCount(), 0u);
-}
 
-TEST_F(DataPropMgrTest, ClearAppSlotLetsGoWithoutDeleting) {
-  DataPropMgr mgr;
   DataProp kept;
   kept.SetID(1);
   mgr.AddApp(&kept, false);
   mgr.ClearAppSlot(1);
   EXPECT_EQ(mgr.GetAppAt(1), nullptr);
-  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{1}));
+  EXPECT_EQ(DisplayOrder(mgr), (std::vector<int>{5001, 1}));
   mgr.ClearAppSlot(4);
   EXPECT_EQ(mgr.GetAppCount(), 5u);
   mgr.AddApp(Column(2), false);
@@ -162,7 +160,7 @@ TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
   for (int i = 0; i < 5000; ++i) w.Int(0);
   w.Int(1).Raw(ColumnRecord(5000, "late")).Counter(0, false).Counter(0, false);
   DataPropMgr mgr;
-  EXPECT_EQ(Load(w.Get(), [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+  LoadAll(w.Get(), mgr);
   std::unique_ptr<DataProp> taken(mgr.GetAppAt(5000));
   ASSERT_NE(taken, nullptr);
   mgr.ClearAppSlot(5000);
@@ -176,9 +174,7 @@ TEST_F(DataPropMgrTest, ClearAppSlotEmptiesALoadedSlotPastTheApplicationIDs) {
 TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
   const struct {
     std::vector<int> order, ids, expected;
-  } rows[] = {{{3, 5000, 7}, {5000, 3}, {3, 5000}},
-              {{3, 5000, 7}, {9}, {9}},
-              {{3, 5000, 7}, {7, 9, 3}, {3, 7}},
+  } rows[] = {{{3, 5000, 7}, {5000, 3}, {3, 5000}}, {{3, 5000, 7}, {9}, {9}}, {{3, 5000, 7}, {7, 9, 3}, {3, 7}},
               {{}, {3, 7}, {}}};
   for (const auto& row : rows) {
     DataPropMgr mgr;
@@ -189,42 +185,33 @@ TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
   }
 }
 
-TEST_F(DataPropMgrTest, ColumnsOfATypeSkipHiddenFromUIOnlyForApplicationColumns) {
+// Application column 0 is hidden from the user interface, 1 hidden by
+// the user; user column 5000 both, 5001 shown. HiddenFromUI counts only
+// for application columns.
+TEST_F(DataPropMgrTest, ColumnsOfATypeAndHiddenColumns) {
   DataPropMgr mgr;
-  DataProp* appHidden = Column(0, "", DataType::Date);
-  appHidden->SetHiddenFromUI(true);
-  mgr.AddApp(appHidden, false);
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, false));
-  DataProp* user = Column(-1, "", DataType::Date);
-  user->SetHiddenFromUI(true);
-  user->SetDisplayed(false);
-  mgr.AddUser(user, true);
-  EXPECT_TRUE(mgr.HaveDataPropOfType(DataType::Date, false));
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, true));
-  DataProp* app = Column(1, "", DataType::Date);
-  mgr.AddApp(app, false);
+  EXPECT_FALSE(mgr.HaveHiddenColumns());
+  const auto add = [&](int nID, DataType::Type nType, bool bHiddenFromUI) {
+    DataProp* column = Column(nID, "", nType);
+    column->SetDisplayed(false);
+    column->SetHiddenFromUI(bHiddenFromUI);
+    if (nID < 0) {
+      mgr.AddUser(column, true);
+    } else {
+      mgr.AddApp(column, false);
+    }
+    return column;
+  };
+  add(0, DataType::Date, true);
+  DataProp* app = add(1, DataType::Date, false);
+  DataProp* user = add(-1, DataType::Date, true);
+  mgr.AddUser(Column(-1, "", DataType::Time), true);
   std::vector<DataProp*> out = {nullptr};
   mgr.GetDataPropsOfType(out, DataType::Date, false);
   EXPECT_EQ(out, (std::vector<DataProp*>{nullptr, app, user}));
-  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Time, false));
-}
-
-TEST_F(DataPropMgrTest, HiddenColumnsAreThoseTheUserCanShowAgain) {
-  DataPropMgr mgr;
-  EXPECT_FALSE(mgr.HaveHiddenColumns());
-  DataProp* never = Column(0);
-  never->SetDisplayed(false);
-  never->SetHiddenFromUI(true);
-  mgr.AddApp(never, false);
-  EXPECT_FALSE(mgr.HaveHiddenColumns());
-  DataProp* app = Column(1);
-  app->SetDisplayed(false);
-  mgr.AddApp(app, false);
-  DataProp* user = Column(-1);
-  user->SetDisplayed(false);
-  user->SetHiddenFromUI(true);
-  mgr.AddUser(user, true);
-  mgr.AddUser(Column(-1), true);
+  EXPECT_TRUE(mgr.HaveDataPropOfType(DataType::Date, false));
+  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Date, true));
+  EXPECT_FALSE(mgr.HaveDataPropOfType(DataType::Text, false));
   EXPECT_TRUE(mgr.HaveHiddenColumns());
   std::vector<int> ids = {77};
   mgr.GetHiddenColumns(ids);
@@ -272,14 +259,14 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
   stored.AddApp(Column(1, "a"), false);
   stored.ClearAppSlot(3);
   stored.AddUser(Column(-1, "u"), true);
-  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { stored.Serialize(ar); })), ToHex(rows[0].bytes));
+  EXPECT_EQ(ToHex(Stored(stored)), ToHex(rows[0].bytes));
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     DataPropMgr mgr;
     mgr.SetID(4);
     mgr.AddApp(Column(0), false);
     mgr.AddUser(Column(-1), true);
-    EXPECT_EQ(Load(row.bytes, [&](CArchive& ar) { mgr.Serialize(ar); }), 0u);
+    LoadAll(row.bytes, mgr);
     EXPECT_EQ(mgr.GetID(), row.nID);
     ASSERT_EQ(mgr.GetAppCount(), row.slotIDs.size());
     for (size_t i = 0; i < row.slotIDs.size(); ++i) {
@@ -287,14 +274,12 @@ TEST_F(DataPropMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     }
     EXPECT_EQ(DisplayOrder(mgr), row.order);
     if (row.name[0] == '4') {
-      EXPECT_EQ(ToHex(Store([&](CArchive& ar) { mgr.Serialize(ar); })), ToHex(row.bytes));
+      EXPECT_EQ(ToHex(Stored(mgr)), ToHex(row.bytes));
     }
     mgr.AddUser(Column(-1), true);
     EXPECT_EQ(mgr.GetUserAt(mgr.GetUserCount() - 1)->GetID(), row.nNextUserID);
     ExpectEveryCutThrowsEndOfFile(row.bytes, [](CArchive& ar) { DataPropMgr().Serialize(ar); });
   }
   DataPropMgr mgr;
-  EXPECT_THROW(Load(ByteWriter().Word(4).Int(0).Counter(1ull << 40, false).Get(),
-                    [&](CArchive& ar) { mgr.Serialize(ar); }),
-               CArchiveException);
+  EXPECT_THROW(LoadAll(ByteWriter().Word(4).Int(0).Counter(1ull << 40, false).Get(), mgr), CArchiveException);
 }

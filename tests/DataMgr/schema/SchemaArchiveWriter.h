@@ -16,20 +16,14 @@ using test_support::ByteWriter;
 using test_support::Bytes;
 using test_support::Enciphered;
 
-inline Bytes TextEntry(int nID, int nCount, const std::string& text) {
-  return ByteWriter().Word(2).Int(nID).Int(nCount).Word(1).Text(text).Get();
-}
+// A list entry up to its value: the entry part (version 2, ID, usage
+// count), then the value part's version word.
+inline ByteWriter Entry(int nID, int nCount) { return ByteWriter().Word(2).Int(nID).Int(nCount).Word(1); }
 
-inline Bytes NumberEntry(int nID, int nCount, int nNumber) {
-  return ByteWriter().Word(2).Int(nID).Int(nCount).Word(1).Int(nNumber).Get();
-}
-
-inline Bytes DoubleEntry(int nID, int nCount, double dNumber) {
-  return ByteWriter().Word(2).Int(nID).Int(nCount).Word(1).Double(dNumber).Get();
-}
+inline Bytes TextEntry(int nID, int nCount, const std::string& text) { return Entry(nID, nCount).Text(text).Get(); }
 
 inline Bytes TextDescEntry(int nID, int nCount, const std::string& text, const std::string& desc) {
-  return ByteWriter().Raw(TextEntry(nID, nCount, text)).Word(1).Text(desc).Get();
+  return Entry(nID, nCount).Text(text).Word(1).Text(desc).Get();  // then the description part
 }
 
 // The 18 field texts of an address, every field empty but those given.
