@@ -166,18 +166,7 @@ TEST(ValueStoreTest, AbsentValuesPerKind) {
   EXPECT_TRUE(record.SetData(4, Money(0), true));
 }
 
-TEST(ValueStoreTest, UnrecordedEditsNeitherCreateNorGrowAHistory) {
-  TestRecord record;
-  EXPECT_TRUE(record.SetData(1, CString("a"), false));
-  EXPECT_TRUE(record.SetData(1, CString("b"), false));
-  EXPECT_FALSE(record.HaveUndoData(1));
-
-  EXPECT_TRUE(record.SetData(2, Day(1), true));
-  EXPECT_TRUE(record.SetData(2, DateTime(), false));
-  EXPECT_TRUE(record.HaveUndoData(2));
-  EXPECT_TRUE(Undo<DateTime>(record, 2).empty());
-}
-
+// Unrecorded edits neither create nor grow a history.
 TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
   TestRecord record;
   record.SetData(1, 2.5, true);
@@ -199,6 +188,10 @@ TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
   const double dNaN = std::numeric_limits<double>::quiet_NaN();  // never equals the current value
   EXPECT_TRUE(record.SetData(2, dNaN, true));
   EXPECT_TRUE(record.SetData(2, dNaN, true));
+  EXPECT_TRUE(record.SetData(3, CString("a"), false) && record.SetData(3, CString("b"), false));
+  EXPECT_FALSE(record.HaveUndoData(3));
+  EXPECT_TRUE(record.SetData(4, Day(1), true) && record.SetData(4, DateTime(), false));
+  EXPECT_TRUE(record.HaveUndoData(4) && Undo<DateTime>(record, 4).empty());
 }
 
 TEST(ValueStoreTest, CopiesOfAHistoryAreIndependent) {
