@@ -132,9 +132,3 @@ TEST(SerializeDataTest, CorruptedHugeCountsThrowEndOfFile) {
     }
   }
 }
-
-TEST(SerializeDataTest, RepeatedKeyInADamagedMapKeepsTheLastValue) {
-  std::map<int, int> values = {{9, 9}};
-  Load(ByteWriter().Int(2).Int(5).Int(1).Int(5).Int(2).Get(), [&](CArchive& ar) { SerializeData::Serialize(ar, values, true); });
-  EXPECT_EQ(values, (std::map<int, int>{{5, 2}}));
-}

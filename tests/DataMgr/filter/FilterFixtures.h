@@ -47,12 +47,15 @@ inline DataFilter* MakeFilter(const DataProp& prop, DataFilter::FilterType nTest
 // A version 2 or 3 DataFilter record: include, case-sensitive, whole-word,
 // required, ID, column ID, filter type, data type, value, value list.
 struct FilterRecord {
-  unsigned nVersion = 3;
+  explicit FilterRecord(int nFilterID = -1, const char* pszValue = "", unsigned nFilterVersion = 3)
+      : nVersion(nFilterVersion), nID(nFilterID), value(pszValue) {}
+
+  unsigned nVersion;
   bool bInclude = true;
   bool bCase = false;
   bool bWhole = false;
   bool bRequired = true;
-  int nID = -1;
+  int nID;
   int nColumn = -1;
   unsigned nTest = 0;
   unsigned nType = DataType::Text;

@@ -11,9 +11,7 @@
 #include "tests/support/LocaleTestSupport.h"
 
 using document_test::AddColumn;
-using filter_test::EXCLUDE;
 using filter_test::FilterRecord;
-using filter_test::NONE;
 using filter_test::Type;
 using test_support::Bytes;
 using test_support::ByteWriter;
@@ -226,9 +224,10 @@ TEST_F(HighlightFilterTest, CopyEntriesSyncAndTheRuleBehindAColour) {
   EXPECT_EQ(set.GetAt(3)->GetID(), 3);
 }
 
+// Version 1 holds a condition of version 1 (its version word only) and the
+// rule's own ID; 2 adds the file flag, 4 the today flag, 5 the name.
 TEST_F(HighlightFilterTest, RuleArchiveOfEveryVersion) {
-  FilterRecord condition;
-  condition.nID = 4;
+  const FilterRecord condition(4);
   HighlightFilter rule;
   rule.SetIsFileDoesntExistFilter();
   rule.SetIsTodayFilter();
@@ -237,23 +236,16 @@ TEST_F(HighlightFilterTest, RuleArchiveOfEveryVersion) {
   rule.SetID(4);
   ExpectArchiveForm(rule, RuleRecord(5, true, true, RGB(1, 2, 3), condition),
                     [&](const HighlightFilter& loaded) { EXPECT_TRUE(loaded == rule); });
-  FilterRecord versionOne;
-  versionOne.nVersion = 1;  // the condition holds its version word only
-  const struct {
-    unsigned nVersion;
-    const FilterRecord* pCondition;
-    int nID;
-    bool bToday;
-    const char* pszName;
-  } rows[] = {{1, &versionOne, 9, false, ""}, {2, &condition, 4, false, ""}, {3, &condition, 4, false, ""},
-              {4, &condition, 4, true, ""},   {6, &condition, 4, true, "name"}};
-  for (const auto& row : rows) {
-    const auto loaded = Loaded<HighlightFilter>(RuleRecord(row.nVersion, true, true, RGB(1, 2, 3), *row.pCondition));
-    EXPECT_EQ(loaded.IsFileDoesntExistFilter(), row.nVersion >= 2) << row.nVersion;
-    EXPECT_EQ(loaded.IsTodayFilter(), row.bToday) << row.nVersion;
-    EXPECT_EQ(loaded.GetID(), row.nID) << row.nVersion;
-    EXPECT_EQ(loaded.GetColor(), RGB(1, 2, 3)) << row.nVersion;
-    EXPECT_EQ(loaded.GetName(), row.pszName) << row.nVersion;
+  const FilterRecord versionOne(-1, "", 1);
+  for (unsigned nVersion = 1; nVersion <= 6; ++nVersion) {
+    const Bytes bytes = RuleRecord(nVersion, true, true, RGB(1, 2, 3), nVersion == 1 ? versionOne : condition);
+    const auto loaded = Loaded<HighlightFilter>(bytes);
+    EXPECT_EQ(loaded.IsFileDoesntExistFilter(), nVersion >= 2) << nVersion;
+    EXPECT_EQ(loaded.IsTodayFilter(), nVersion >= 4) << nVersion;
+    EXPECT_EQ(loaded.GetID(), nVersion == 1 ? 9 : 4) << nVersion;
+    EXPECT_EQ(loaded.GetColor(), RGB(1, 2, 3)) << nVersion;
+    EXPECT_EQ(loaded.GetName(), nVersion >= 5 ? "name" : "") << nVersion;
+    test_support::ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { HighlightFilter().Serialize(ar); });
   }
 }
 

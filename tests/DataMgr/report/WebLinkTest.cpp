@@ -36,8 +36,8 @@ WebLinkMgr Added(std::initializer_list<const char*> names) {
 
 }  // namespace
 
-TEST(WebLinkTest, AddedLinksAreSortedIgnoringCaseWithGrowingIds) {
-  const WebLinkMgr links = Added({"b", "A", "c"});
+TEST(WebLinkTest, LinksSortedIgnoringCaseEditedByUniqueIdRemovedByName) {
+  WebLinkMgr links = Added({"b", "A", "c"});
   EXPECT_EQ(Described(links), "A=2 b=1 c=3");
   EXPECT_EQ(links.GetLinkForName("a") + links.GetLinkForName("d"), "http://A");
   EXPECT_TRUE(links == Added({"C", "a", "B"}));
@@ -48,11 +48,8 @@ TEST(WebLinkTest, AddedLinksAreSortedIgnoringCaseWithGrowingIds) {
   } catch (const std::out_of_range& e) {
     EXPECT_EQ(std::string(e.what()), "invalid vector<T> subscript");
   }
-}
-
-// Update renames in place; Add sorts again, ignoring case.
-TEST(WebLinkTest, EditsByUniqueIdAndRemovalByName) {
-  WebLinkMgr links = Added({"b", "A", "c"});
+  // Update renames in place; Add sorts again, ignoring case.
+  links = Added({"b", "A", "c"});
   WebLink link;
   ASSERT_TRUE(links.GetLinkID(2, link));
   link.SetName("Z");

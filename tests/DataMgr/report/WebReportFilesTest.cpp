@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,10 +31,11 @@ std::string Listing(const std::string& dir) {
   return text;
 }
 
-// Makes dir and in it one file per name, holding its name.
-void WriteFiles(const std::string& dir, const std::vector<const char*>& names) {
+// Makes dir and in it one file per blank-separated name, holding its name.
+void WriteFiles(const std::string& dir, const char* pszNames) {
   std::filesystem::create_directories(dir);
-  for (const char* pszName : names) WriteRaw(dir + "/" + pszName, pszName);
+  std::istringstream names(pszNames);
+  for (std::string name; names >> name;) WriteRaw(dir + "/" + name, name);
 }
 
 }  // namespace
@@ -73,8 +75,8 @@ TEST(WebReportFilesTest, ChangingTheFolderMovesThePagesAndThumbnails) {
   TempFolder root;
   const std::string oldDir = root / "old/";
   const std::string newDir = root / "new/";
-  WriteFiles(oldDir, {"INDEX3.HTML", "index.html", "index.txt", "index2.html", "other.html", "pic_index_TN.jpg"});
-  WriteFiles(newDir, {});
+  WriteFiles(oldDir, "INDEX3.HTML index.html index.txt index2.html other.html pic_index_TN.jpg");
+  WriteFiles(newDir, "");
   WriteRaw(newDir + "index2.html", "theirs");
   WebReport report;
   report.SetBaseFileName("index.html", false);
@@ -119,8 +121,7 @@ TEST(WebReportFilesTest, ChangingTheBaseNameRenamesTheOutputFiles) {
   };
   for (const auto& row : rows) {
     TempFolder folder;
-    WriteFiles(folder.Path(), {"a_index_TN.jpg", "b_INDEX_tn.png", "home2.html", "index.html", "index.txt",
-                               "index2.html", "other.html"});
+    WriteFiles(folder.Path(), pszFiles);
     WebReport report;
     report.SetOutputDir((folder.Path() + "/").c_str(), false);
     report.SetBaseFileName(row.pszOld, false);

@@ -18,35 +18,16 @@ DataType::Type T(int n) { return static_cast<DataType::Type>(n); }
 
 // The types that have a display text, with it.
 const std::vector<std::pair<int, std::string>> TEXTS = {
-    {0, "Yes/No"},
-    {1, "Number"},
-    {2, "Duration"},
-    {3, "Decimal"},
-    {4, "Date"},
-    {5, "Time"},
-    {6, "Text"},
-    {7, "Photo File Path"},
-    {8, "Directory Path"},
-    {9, "e-mail Address"},
-    {10, "Web Site Address"},
-    {11, "Password"},
-    {12, "Large Text"},
-    {13, "List of Numbers (suggested as typed)"},
-    {14, "List of Values (suggested as typed)"},
-    {15, "List of Numbers (select from list)"},
-    {16, "List of Values (select from list)"},
-    {18, "Addressbook (suggested as typed)"},
-    {19, "Addressbook (select from list)"},
-    {21, "List of Values (with desc.) (suggested as typed)"},
-    {22, "List of Values (with desc.) (select from list)"},
-    {25, "Data File Path"},
-    {26, "List of Decimal Values (suggested as typed)"},
-    {27, "List of Decimal Values (select from list)"},
-    {28, "Monetary"},
-    {30, "Number (with optional text)"},
-    {31, "Number (with possible Roman numerals and/or text)"},
-    {32, "Embedded Thumbnail Image"},
-    {33, "Icon"},
+    {0, "Yes/No"}, {1, "Number"}, {2, "Duration"}, {3, "Decimal"}, {4, "Date"}, {5, "Time"}, {6, "Text"},
+    {7, "Photo File Path"}, {8, "Directory Path"}, {9, "e-mail Address"}, {10, "Web Site Address"},
+    {11, "Password"}, {12, "Large Text"}, {13, "List of Numbers (suggested as typed)"},
+    {14, "List of Values (suggested as typed)"}, {15, "List of Numbers (select from list)"},
+    {16, "List of Values (select from list)"}, {18, "Addressbook (suggested as typed)"},
+    {19, "Addressbook (select from list)"}, {21, "List of Values (with desc.) (suggested as typed)"},
+    {22, "List of Values (with desc.) (select from list)"}, {25, "Data File Path"},
+    {26, "List of Decimal Values (suggested as typed)"}, {27, "List of Decimal Values (select from list)"},
+    {28, "Monetary"}, {30, "Number (with optional text)"},
+    {31, "Number (with possible Roman numerals and/or text)"}, {32, "Embedded Thumbnail Image"}, {33, "Icon"},
 };
 
 std::set<int> Range(int nFirst, int nLast) {
@@ -60,51 +41,27 @@ std::set<int> Without(std::set<int> numbers, const std::set<int>& removed) {
   return numbers;
 }
 
-// The conversion table row by row, over the numbers -3 to 70.
+// The conversion table row by row, over the numbers -3 to 70: the numbers of
+// a row and what they convert to besides themselves.
 std::set<int> ExpectedTargets(int nFrom) {
   const std::set<int> all = Range(-3, 70);
-  switch (nFrom) {
-    case 1:
-    case 2:
-      return {0, 1, 2, 3, 6, 11, 12, 13, 14, 15, 16, 21, 22, 28, 30, 31};
-    case 3:
-    case 28:
-      return {0, 1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 26, 27, 28, 30, 31};
-    case 4:
-    case 5:
-      return {nFrom, 6, 11, 12};
-    case 6:
-    case 11:
-      return Without(all, {0, 1, 2, 3, 13, 15, 28});
-    case 7:
-    case 8:
-    case 25:
-    case 32:
-      return {6, 7, 8, 11, 12, 25, 32};
-    case 9:
-    case 10:
-      return {nFrom, 6, 11, 12, 14, 16, 21, 22};
-    case 12:
-      return Without(all, {0, 1, 2, 3, 13, 15, 28, 30, 31});
-    case 13:
-    case 15:
-    case 26:
-    case 27:
-      return {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 21, 22, 25, 26, 27, 30, 32};
-    case 14:
-    case 16:
-    case 21:
-    case 22:
-      return {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 18, 19, 21, 22, 25, 26, 27, 30, 32};
-    case 18:
-    case 19:
-      return {6, 8, 11, 12, 14, 16, 18, 19, 21, 22};
-    case 30:
-    case 31:
-      return {nFrom, 1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 28};
-    default:
-      return {nFrom};
+  const std::vector<std::pair<std::set<int>, std::set<int>>> rows = {
+      {{1, 2}, {0, 1, 2, 3, 6, 11, 12, 13, 14, 15, 16, 21, 22, 28, 30, 31}},
+      {{3, 28}, {0, 1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 26, 27, 28, 30, 31}},
+      {{4, 5}, {6, 11, 12}},
+      {{6, 11}, Without(all, {0, 1, 2, 3, 13, 15, 28})},
+      {{7, 8, 25, 32}, {6, 7, 8, 11, 12, 25, 32}},
+      {{9, 10}, {6, 11, 12, 14, 16, 21, 22}},
+      {{12}, Without(all, {0, 1, 2, 3, 13, 15, 28, 30, 31})},
+      {{13, 15, 26, 27}, {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 21, 22, 25, 26, 27, 30, 32}},
+      {{14, 16, 21, 22}, {6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 18, 19, 21, 22, 25, 26, 27, 30, 32}},
+      {{18, 19}, {6, 8, 11, 12, 14, 16, 18, 19, 21, 22}},
+      {{30, 31}, {1, 2, 3, 6, 11, 12, 14, 16, 21, 22, 28}},
+  };
+  for (const auto& row : rows) {
+    if (row.first.count(nFrom) == 1) return row.second;
   }
+  return {};
 }
 
 }  // namespace

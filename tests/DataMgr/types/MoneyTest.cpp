@@ -77,10 +77,8 @@ TEST(MoneyTest, WholeUnitsAreScaledByTenToTheCurrencyDigits) {
   for (int i = 0; i < nDigits; ++i) nScale *= 10;
   EXPECT_EQ(Money::GetScale(), nScale);
   ExpectCases({
-      {"3", Money(3), Raw(true, 3 * nScale)},
-      {"-3", Money(-3), Raw(false, 3 * nScale)},
-      {"-3 as __int64", Money(static_cast<__int64>(-3)), Raw(false, 3 * nScale)},
-      {"none", Money(), Raw(true, 0)},
+      {"3", Money(3), Raw(true, 3 * nScale)}, {"-3", Money(-3), Raw(false, 3 * nScale)},
+      {"-3 as __int64", Money(static_cast<__int64>(-3)), Raw(false, 3 * nScale)}, {"none", Money(), Raw(true, 0)},
       {"__int64 minimum", Money(std::numeric_limits<__int64>::min()), Raw(false, (1ULL << 63) * nScale)},
   });
 }
@@ -105,27 +103,17 @@ TEST_F(MoneyAtScale100, ConversionsAndSumsTruncateDoubles) {
   total += 2;
   total -= Money(4);
   ExpectCases({
-      {"1.239", Money(1.239), Cents(123)},
-      {"-1.239", Money(-1.239), Cents(-123)},
-      {"0.009", Money(0.009), Raw(true, 0)},
-      {"-0.0", Money(-0.0), Raw(true, 0)},
-      {"NaN", Money(std::nan("")), Raw(false, 0)},
-      {"1e30 overflows to 0", Money(1e30), Raw(true, 0)},
+      {"1.239", Money(1.239), Cents(123)}, {"-1.239", Money(-1.239), Cents(-123)},
+      {"0.009", Money(0.009), Raw(true, 0)}, {"-0.0", Money(-0.0), Raw(true, 0)},
+      {"NaN", Money(std::nan("")), Raw(false, 0)}, {"1e30 overflows to 0", Money(1e30), Raw(true, 0)},
       {"1e17", Money(1e17), Raw(true, 10000000000000000000ULL)},
-      {"-5 + 5 keeps the left sign", Money(-5) + Money(5), NegativeZero()},
-      {"5 + -5", Money(5) + Money(-5), Money(0)},
-      {"5 - 5", Money(5) - Money(5), Money(0)},
-      {"-5 - -5", Money(-5) - Money(-5), NegativeZero()},
-      {"3 + -5", Money(3) + Money(-5), Money(-2)},
-      {"-3 + 5", Money(-3) + 5, Money(2)},
-      {"-3 + -5 as __int64", Money(-3) + static_cast<__int64>(-5), Money(-8)},
-      {"3 - 5", Money(3) - 5, Money(-2)},
-      {"-3 - -5", Money(-3) - Money(-5), Money(2)},
-      {"-3 - 5", Money(-3) - 5, Money(-8)},
-      {"1 + 2 - 4 in place", total, Money(-1)},
-      {"1 + 0.019", Money(1) + 0.019, Cents(101)},
-      {"1 - 1.999", Money(1) - 1.999, Cents(-99)},
-      {"0 += -0.5", sum, Cents(-50)},
+      {"-5 + 5 keeps the left sign", Money(-5) + Money(5), NegativeZero()}, {"5 + -5", Money(5) + Money(-5), Money(0)},
+      {"5 - 5", Money(5) - Money(5), Money(0)}, {"-5 - -5", Money(-5) - Money(-5), NegativeZero()},
+      {"3 + -5", Money(3) + Money(-5), Money(-2)}, {"-3 + 5", Money(-3) + 5, Money(2)},
+      {"-3 + -5 as __int64", Money(-3) + static_cast<__int64>(-5), Money(-8)}, {"3 - 5", Money(3) - 5, Money(-2)},
+      {"-3 - -5", Money(-3) - Money(-5), Money(2)}, {"-3 - 5", Money(-3) - 5, Money(-8)},
+      {"1 + 2 - 4 in place", total, Money(-1)}, {"1 + 0.019", Money(1) + 0.019, Cents(101)},
+      {"1 - 1.999", Money(1) - 1.999, Cents(-99)}, {"0 += -0.5", sum, Cents(-50)},
   });
 }
 
@@ -136,20 +124,15 @@ TEST_F(MoneyAtScale100, ProductsRoundAtFiftyUnits) {
   Money product(2);
   product *= -3;
   ExpectCases({
-      {"1 * 1.239", Money(1) * 1.239, Cents(123)},
-      {"0.25 * 0.30", Cents(25) * Cents(30), Cents(8)},
-      {"0.15 * 0.15", Cents(15) * Cents(15), Cents(2)},
-      {"1.50 * 1.50", Cents(150) * Cents(150), Cents(225)},
+      {"1 * 1.239", Money(1) * 1.239, Cents(123)}, {"0.25 * 0.30", Cents(25) * Cents(30), Cents(8)},
+      {"0.15 * 0.15", Cents(15) * Cents(15), Cents(2)}, {"1.50 * 1.50", Cents(150) * Cents(150), Cents(225)},
       {"1.50 * 3", Cents(150) * 3, Cents(450)},
       {"1.50 * -3 as __int64", Cents(150) * static_cast<__int64>(-3), Cents(-450)},
       {"2^62 units * 1 wraps", Raw(true, 1ULL << 62) * 1, Raw(true, 0)},
       {"2^62 units * -1 wraps", Raw(true, 1ULL << 62) * static_cast<__int64>(-1), Raw(false, 0)},
-      {"2^40 units * 2", Raw(true, 1ULL << 40) * 2, Raw(true, 1ULL << 41)},
-      {"-5 * 0", Money(-5) * 0, NegativeZero()},
-      {"5 * 0.0", Money(5) * 0.0, Money(0)},
-      {"5 * -0", Money(5) * NegativeZero(), NegativeZero()},
-      {"-2 * -3", Money(-2) * Money(-3), Money(6)},
-      {"2 *= -3", product, Money(-6)},
+      {"2^40 units * 2", Raw(true, 1ULL << 40) * 2, Raw(true, 1ULL << 41)}, {"-5 * 0", Money(-5) * 0, NegativeZero()},
+      {"5 * 0.0", Money(5) * 0.0, Money(0)}, {"5 * -0", Money(5) * NegativeZero(), NegativeZero()},
+      {"-2 * -3", Money(-2) * Money(-3), Money(6)}, {"2 *= -3", product, Money(-6)},
   });
 }
 
@@ -160,28 +143,17 @@ TEST_F(MoneyAtScale100, QuotientsRoundHalfUpAndZeroDivisorsKeepTheMagnitude) {
   Money quotient(10);
   quotient /= 0.009;
   ExpectCases({
-      {"1 / 3", Money(1) / 3, Cents(33)},
-      {"2 / 3", Money(2) / 3, Cents(67)},
-      {"5 / 2", Money(5) / 2, Cents(250)},
-      {"-5 / 2 as __int64", Money(-5) / static_cast<__int64>(2), Cents(-250)},
-      {"0.01 / 2", Cents(1) / 2, Cents(1)},
-      {"1 / Money 3", Money(1) / Money(3), Cents(33)},
-      {"1 / Money 1.60", Money(1) / Cents(160), Cents(63)},
-      {"5 / Money 2", Money(5) / Money(2), Cents(251)},
-      {"-6 / Money 3", Money(-6) / Money(3), Cents(-200)},
-      {"10 / 4.0", Money(10) / 4.0, Cents(250)},
-      {"1 / 0.3", Money(1) / 0.3, Cents(333)},
-      {"2 / 0.3", Money(2) / 0.3, Cents(667)},
-      {"10 / -0.5", Money(10) / -0.5, Cents(-2000)},
-      {"10 / 0", Money(10) / 0, Money(10)},
-      {"10 / 0.0", Money(10) / 0.0, Money(10)},
-      {"10 / Money 0", Money(10) / Money(0), Money(10)},
-      {"10 / -0 as int", Money(10) / -0, Money(10)},
-      {"10 / Money -0", Money(10) / NegativeZero(), Money(-10)},
-      {"-10 / 0", Money(-10) / 0, Money(-10)},
-      {"10 / -1e-9", Money(10) / -1e-9, Money(-10)},
-      {"10 / 0.001", Money(10) / 0.001, Money(10)},
-      {"10 /= 0.009", quotient, Money(10)},
+      {"1 / 3", Money(1) / 3, Cents(33)}, {"2 / 3", Money(2) / 3, Cents(67)},
+      {"5 / 2", Money(5) / 2, Cents(250)}, {"-5 / 2 as __int64", Money(-5) / static_cast<__int64>(2), Cents(-250)},
+      {"0.01 / 2", Cents(1) / 2, Cents(1)}, {"1 / Money 3", Money(1) / Money(3), Cents(33)},
+      {"1 / Money 1.60", Money(1) / Cents(160), Cents(63)}, {"5 / Money 2", Money(5) / Money(2), Cents(251)},
+      {"-6 / Money 3", Money(-6) / Money(3), Cents(-200)}, {"10 / 4.0", Money(10) / 4.0, Cents(250)},
+      {"1 / 0.3", Money(1) / 0.3, Cents(333)}, {"2 / 0.3", Money(2) / 0.3, Cents(667)},
+      {"10 / -0.5", Money(10) / -0.5, Cents(-2000)}, {"10 / 0", Money(10) / 0, Money(10)},
+      {"10 / 0.0", Money(10) / 0.0, Money(10)}, {"10 / Money 0", Money(10) / Money(0), Money(10)},
+      {"10 / -0 as int", Money(10) / -0, Money(10)}, {"10 / Money -0", Money(10) / NegativeZero(), Money(-10)},
+      {"-10 / 0", Money(-10) / 0, Money(-10)}, {"10 / -1e-9", Money(10) / -1e-9, Money(-10)},
+      {"10 / 0.001", Money(10) / 0.001, Money(10)}, {"10 /= 0.009", quotient, Money(10)},
   });
 }
 

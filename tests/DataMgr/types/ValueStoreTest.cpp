@@ -98,6 +98,38 @@ ByteWriter& OldMoney(ByteWriter& w) {
   return w.Int(1).Int(15).Word(1).Bool(false).Int64(1234);  // Money entries
 }
 
+// Version 1: the texts, then the address block with one address of every
+// address version, then the Money.
+Bytes VersionOne() {
+  ByteWriter w = OldStoreUpToTexts(1, " t ");
+  w.Int(8);            // addresses
+  w.Int(100).Word(0);  // version 0: nothing more
+  w.Int(101).Word(1);  // version 1: ten enciphered texts, the ID
+  for (int i = 0; i < 10; ++i) w.Text(Enciphered("f" + std::to_string(i)));
+  w.Int(4);
+  w.Int(102).Word(2).Int(5).Bool(true).Int(2).Text("Name").Text("Street");  // ID, business, texts
+  w.Int(103).Word(3).Int(5).Bool(false).Int(0);
+  w.Int(104).Word(4).Int(5).Bool(true).Int(1).Text("Name");
+  w.Int(105).Word(5).Int(5).Bool(true).Int(1).Text("Name").Int(3);  // usage count last
+  w.Int(106).Word(6).Bool(true).Int(6).Int(2).Int(1).Text(Enciphered("Name"));
+  w.Int(107).Word(7).Bool(false).Int(7).Int(0).Int64(2).Text(Enciphered("A")).Text(Enciphered("B"));
+  return OldMoney(w).Get();
+}
+
+// Version 4: the Money, then the list block.
+Bytes VersionFour() {
+  ByteWriter w = OldStoreUpToTexts(4, "t");
+  OldMoney(w).Int(2);                           // entries
+  w.Int(1).Int(1).Int(7).Int(2).Int(1).Int(2);  // ID 1: {7: [1, 2]}
+  return w.Int(2).Int(0).Get();                 // ID 2: empty map
+}
+
+// Versions 2, 3 and 5: the texts, then the Money.
+Bytes Plain(unsigned nVersion, const std::string& text) {
+  ByteWriter w = OldStoreUpToTexts(nVersion, text);
+  return OldMoney(w).Get();
+}
+
 void ExpectOldFields(const ValueStore& values, const char* pszText) {
   EXPECT_TRUE(Get<bool>(values, 10));
   EXPECT_EQ(Get<int>(values, 11), 42);
@@ -111,19 +143,17 @@ void ExpectOldFields(const ValueStore& values, const char* pszText) {
 
 }  // namespace
 
+// Reading an absent column gives each kind's empty value, and setting that
+// value stores nothing; Money's empty value is -0, not 0.
 TEST(ValueStoreTest, AbsentValuesPerKind) {
-  const ValueStore values;
+  TestRecord record;
+  const ValueStore& values = record.m_values;
   EXPECT_FALSE(Get(values, 1, true));
   EXPECT_EQ(Get(values, 1, 0), -1);
   EXPECT_EQ(Get(values, 1, 1.0), 0.0);
   EXPECT_EQ(Get(values, 1, Money(5)), AllFieldsZero());
   EXPECT_EQ(Get(values, 1, Day(5)), DateTime());
   EXPECT_EQ(Get(values, 1, CString("x")), "");
-  EXPECT_FALSE(values.HaveDataProp(1));
-}
-
-TEST(ValueStoreTest, SettingTheAbsentValueStoresNothing) {
-  TestRecord record;
   EXPECT_FALSE(record.SetData(1, false, true));
   EXPECT_FALSE(record.SetData(2, -1, true));
   EXPECT_FALSE(record.SetData(3, 0.0, true));
@@ -131,38 +161,12 @@ TEST(ValueStoreTest, SettingTheAbsentValueStoresNothing) {
   EXPECT_FALSE(record.SetData(5, DateTime(), true));
   EXPECT_FALSE(record.SetData(6, CString(), true));
   std::vector<int> ids;
-  record.m_values.GetSupportedDataProps(ids);
-  EXPECT_TRUE(ids.empty());
-  EXPECT_FALSE(record.HaveUndoData(2));
+  values.GetSupportedDataProps(ids);
+  EXPECT_TRUE(ids.empty() && !values.HaveDataProp(1) && !record.HaveUndoData(2));
   EXPECT_TRUE(record.SetData(4, Money(0), true));
 }
 
-TEST(ValueStoreTest, RecordedEditsBuildAHistoryOfDistinctOldValues) {
-  TestRecord record;
-  EXPECT_TRUE(record.SetData(7, 5, true));
-  EXPECT_TRUE(record.SetData(7, 7, true));
-  EXPECT_TRUE(record.SetData(7, 5, true));
-  EXPECT_FALSE(record.SetData(7, 5, true));
-  EXPECT_EQ(Get<int>(record.m_values, 7), 5);
-  EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5, 7}));
-
-  EXPECT_TRUE(record.SetData(7, 7, false));
-  EXPECT_EQ(Get<int>(record.m_values, 7), 7);
-  EXPECT_EQ(Undo<int>(record, 7), (std::vector<int>{-1, 5}));
-}
-
-TEST(ValueStoreTest, UnrecordedEditsNeitherCreateNorGrowAHistory) {
-  TestRecord record;
-  EXPECT_TRUE(record.SetData(1, CString("a"), false));
-  EXPECT_TRUE(record.SetData(1, CString("b"), false));
-  EXPECT_FALSE(record.HaveUndoData(1));
-
-  EXPECT_TRUE(record.SetData(2, Day(1), true));
-  EXPECT_TRUE(record.SetData(2, DateTime(), false));
-  EXPECT_TRUE(record.HaveUndoData(2));
-  EXPECT_TRUE(Undo<DateTime>(record, 2).empty());
-}
-
+// Unrecorded edits neither create nor grow a history.
 TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
   TestRecord record;
   record.SetData(1, 2.5, true);
@@ -181,16 +185,21 @@ TEST(ValueStoreTest, HistoriesAreKeptPerKind) {
   EXPECT_EQ(untouched, (std::vector<int>{9}));
   record.m_undo.ClearUndoData();
   EXPECT_FALSE(record.HaveUndoData(1));
-}
-
-TEST(ValueStoreTest, NaNNeverEqualsTheCurrentValue) {
-  TestRecord record;
-  const double dNaN = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_TRUE(record.SetData(1, dNaN, true));
-  EXPECT_TRUE(record.SetData(1, dNaN, true));
+  const double dNaN = std::numeric_limits<double>::quiet_NaN();  // never equals the current value
+  EXPECT_TRUE(record.SetData(2, dNaN, true));
+  EXPECT_TRUE(record.SetData(2, dNaN, true));
+  EXPECT_TRUE(record.SetData(3, CString("a"), false) && record.SetData(3, CString("b"), false));
+  EXPECT_FALSE(record.HaveUndoData(3));
+  EXPECT_TRUE(record.SetData(4, Day(1), true) && record.SetData(4, DateTime(), false));
+  EXPECT_TRUE(record.HaveUndoData(4) && Undo<DateTime>(record, 4).empty());
 }
 
 TEST(ValueStoreTest, CopiesOfAHistoryAreIndependent) {
+  const auto history = [](const UndoStore& store) {
+    std::vector<int> values;
+    store.GetUndoData(1, values);
+    return values;
+  };
   UndoStore undo;
   undo.AddUndoData(1, 4);
   UndoStore copy(undo);
@@ -198,13 +207,9 @@ TEST(ValueStoreTest, CopiesOfAHistoryAreIndependent) {
   UndoStore assigned;
   assigned = copy;
   undo.RemoveUndoData(1, 4);
-  std::vector<int> history;
-  copy.GetUndoData(1, history);
-  EXPECT_EQ(history, (std::vector<int>{4, 5}));
-  assigned.GetUndoData(1, history);
-  EXPECT_EQ(history, (std::vector<int>{4, 5}));
-  undo.GetUndoData(1, history);
-  EXPECT_TRUE(history.empty());
+  EXPECT_EQ(history(copy), (std::vector<int>{4, 5}));
+  EXPECT_EQ(history(assigned), (std::vector<int>{4, 5}));
+  EXPECT_TRUE(history(undo).empty());
 }
 
 TEST(ValueStoreTest, RegisteringKeepsAnExistingValue) {
@@ -215,20 +220,6 @@ TEST(ValueStoreTest, RegisteringKeepsAnExistingValue) {
   EXPECT_EQ(Get<int>(record.m_values, 1), 9);
   EXPECT_EQ(Get<int>(record.m_values, 2), 3);
   EXPECT_FALSE(record.HaveUndoData(2));
-}
-
-TEST(ValueStoreTest, HaveDataPropLooksInEveryKind) {
-  ValueStore values;
-  values.RegisterDataProp(1, true);
-  values.RegisterDataProp(2, 4);
-  values.RegisterDataProp(3, 1.5);
-  values.RegisterDataProp(4, Money(1));
-  values.RegisterDataProp(5, Day(1));
-  values.RegisterDataProp(6, CString("x"), false);
-  for (int nID = 1; nID <= 6; ++nID) EXPECT_TRUE(values.HaveDataProp(nID)) << nID;
-  EXPECT_TRUE(values.HaveDataPropMoney(4));
-  EXPECT_FALSE(values.HaveDataPropMoney(3));
-  EXPECT_FALSE(values.HaveDataProp(7));
 }
 
 TEST(ValueStoreTest, DeletingByKindOrEverywhere) {
@@ -244,6 +235,7 @@ TEST(ValueStoreTest, DeletingByKindOrEverywhere) {
   values.DeleteData(1);
 }
 
+// HaveDataProp looks in every kind.
 TEST(ValueStoreTest, SupportedColumnsAppendKindByKindAscending) {
   ValueStore values;
   values.RegisterDataProp(9, CString("t"), false);
@@ -257,6 +249,8 @@ TEST(ValueStoreTest, SupportedColumnsAppendKindByKindAscending) {
   std::vector<int> ids = {100};
   values.GetSupportedDataProps(ids);
   EXPECT_EQ(ids, (std::vector<int>{100, 5, 9, 2, 6, 7, 8, 3, 9}));
+  for (int nID : ids) EXPECT_EQ(values.HaveDataProp(nID), nID != 100) << nID;
+  EXPECT_TRUE(values.HaveDataPropMoney(8) && !values.HaveDataPropMoney(7));
 }
 
 TEST(ValueStoreTest, ChangingIDsCopiesOrSwaps) {
@@ -343,9 +337,7 @@ TEST(ValueStoreTest, CurrentArchiveByteForByte) {
   values.RegisterDataProp(13, DateTime::FromJulian(2460000, -1));
   values.RegisterDataProp(15, CString("ab"), true);
   values.RegisterDataProp(14, CString(" keep "), false);
-  Money money(0);
-  money.MakeNegative();
-  values.RegisterDataProp(16, money);
+  values.RegisterDataProp(16, AllFieldsZero());
   const Bytes expected = ByteWriter()
                              .Word(6)
                              .Int64(2).Int(10).Bool(true).Int(20).Bool(false)  // bool map
@@ -389,47 +381,24 @@ TEST(ValueStoreTest, HugeCountsThrowBeforeAllocating) {
   EXPECT_THROW(LoadValues(addresses), CArchiveException);
 }
 
-TEST(ValueStoreTest, VersionTwoTrimsTextsAndSixKeepsThem) {
-  ByteWriter v2 = OldStoreUpToTexts(2, "  padded text \t");
-  ExpectOldFields(LoadValues(OldMoney(v2).Get()), "padded text");
-
-  ByteWriter v5 = OldStoreUpToTexts(5, "  padded text \t");
-  ExpectOldFields(LoadValues(OldMoney(v5).Get()), "  padded text \t");
-
+// Versions 1 and 2 trim the texts, 3 and later keep them; the address block
+// of version 1 and the list block of version 4 are read and dropped.
+TEST(ValueStoreTest, EveryOldVersion) {
+  const struct {
+    unsigned nVersion;
+    Bytes bytes;
+    const char* pszText;
+  } rows[] = {{1, VersionOne(), "t"},
+              {2, Plain(2, "  padded text \t"), "padded text"},
+              {3, Plain(3, "t"), "t"},
+              {4, VersionFour(), "t"},
+              {5, Plain(5, "  padded text \t"), "  padded text \t"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.nVersion);
+    ExpectOldFields(LoadValues(row.bytes), row.pszText);
+    ExpectEveryCutThrowsEndOfFile(row.bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
+  }
   EXPECT_EQ(Get<CString>(LoadValues(TextsOnly(1, ByteWriter().Int(14).Text(" x "))), 14), " x ");
-}
-
-TEST(ValueStoreTest, VersionOneDropsTheAddressBlockOfEveryAddressVersion) {
-  ByteWriter w = OldStoreUpToTexts(1, " t ");
-  w.Int(8);  // addresses
-  w.Int(100).Word(0);  // version 0: nothing more
-  w.Int(101).Word(1);  // version 1: ten enciphered texts, the ID
-  for (int i = 0; i < 10; ++i) w.Text(Enciphered("f" + std::to_string(i)));
-  w.Int(4);
-  w.Int(102).Word(2).Int(5).Bool(true).Int(2).Text("Name").Text("Street");  // ID, business, texts
-  w.Int(103).Word(3).Int(5).Bool(false).Int(0);
-  w.Int(104).Word(4).Int(5).Bool(true).Int(1).Text("Name");
-  w.Int(105).Word(5).Int(5).Bool(true).Int(1).Text("Name").Int(3);  // usage count last
-  w.Int(106).Word(6).Bool(true).Int(6).Int(2).Int(1).Text(Enciphered("Name"));
-  w.Int(107).Word(7).Bool(false).Int(7).Int(0).Int64(2).Text(Enciphered("A")).Text(Enciphered("B"));
-  const Bytes bytes = OldMoney(w).Get();
-  ExpectOldFields(LoadValues(bytes), "t");
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
-}
-
-TEST(ValueStoreTest, VersionFourDropsTheListBlockAfterTheMoney) {
-  ByteWriter w = OldStoreUpToTexts(4, "t");
-  OldMoney(w);
-  w.Int(2);                                              // entries
-  w.Int(1).Int(1).Int(7).Int(2).Int(1).Int(2);           // ID 1: {7: [1, 2]}
-  w.Int(2).Int(0);                                       // ID 2: empty map
-  const Bytes bytes = w.Get();
-  ExpectOldFields(LoadValues(bytes), "t");
-  ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
-
-  ByteWriter v3 = OldStoreUpToTexts(3, "t");
-  const Bytes withoutBlock = OldMoney(v3).Get();
-  ExpectOldFields(LoadValues(withoutBlock), "t");
 }
 
 TEST(ValueStoreTest, AHalfLoadedStoreStaysUsable) {
@@ -445,7 +414,8 @@ TEST(ValueStoreTest, AHalfLoadedStoreStaysUsable) {
 }
 
 // Random edits of ints, texts and bools against one plain map per kind and
-// a plain history per int column. The column IDs lie 0, 1, 14, 15 and far
+// a plain history per int column: a recorded edit adds the old value unless
+// the history holds it, an unrecorded one drops the new value from it. The column IDs lie 0, 1, 14, 15 and far
 // apart (negative and extreme ones too); texts run from empty to 300 bytes.
 TEST(ValueStoreTest, RandomEditsMatchAPlainMapPerKind) {
   const int IDS[] = {INT_MIN, -20, -6, 0, 1, 14, 15, 16, 30, 31, 5000, INT_MAX};
