@@ -77,7 +77,6 @@ TEST_F(SortDataTest, EachTypeSortsByItsRule) {
       {DataType::ValueListSuggested, NoSetup, {"beta", "Alpha", "alpha"}, true, false, {1, 2, 0}},
       {DataType::ValueListSuggested, ByListOrder, {"zeta", "alpha", "zeta"}, true, false, {0, 2, 1}},
       {DataType::ValueListSuggested, ByListOrder, {"zeta", "alpha"}, false, false, {1, 0}},
-      {DataType::ValueListSuggested, NoSetup, {"zeta", "alpha"}, true, false, {1, 0}},
       {DataType::NumberListSuggested, NoSetup, {"10", "9"}, true, false, {1, 0}},
       {DataType::DecimalListSuggested, NoSetup, {"2.5", "10.25"}, true, false, {0, 1}},
       {DataType::AddressBookSuggested, NoSetup, {"bob", "Ann"}, true, false, {1, 0}},
