@@ -120,6 +120,7 @@ TEST_F(CommandTest, CommandsPrintWhatIsExpected) {
        ""},
       {"search", "", "find small.vxo book", 0, "item 3, \"Title\", at 12: Foundation, [Book] One\n1 hit\n", ""},
       {"clean document", "", "check books.vxo", 0, "books.vxo: no problems found\n", ""},
+      {"imported select list", "", "check small.vxo", 0, "small.vxo: no problems found\n", ""},
   };
   for (const auto& row : rows) {
     const Outcome outcome = Run(row.args, row.environment);

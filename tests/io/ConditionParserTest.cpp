@@ -114,20 +114,4 @@ TEST_F(ConditionParserTest, ExpressionsThatCannotBeReadAreRefused) {
   }
 }
 
-TEST_F(ConditionParserTest, RequiredAndOptionalConditionsCombine) {
-  for (const char* pszYear : {"1965", "1937", "2001"}) {
-    DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
-    CString normalized;
-    m_doc.EnterValue(item, 5001, pszYear, normalized);
-  }
-  DataFilterMgr filters;
-  CString error;
-  ASSERT_TRUE(ConditionParser(m_doc).AddTo(filters, {"Year > 1950"}, {"Year < 1970", "Year = 2001"}, error));
-  std::vector<bool> passing;
-  for (size_t i = 0; i < 3; ++i) passing.push_back(filters.PassesFilters(*m_doc.GetDataItemMgr().GetAt(i)));
-  EXPECT_EQ(passing, (std::vector<bool>{true, false, true}));
-  EXPECT_FALSE(ConditionParser(m_doc).AddTo(filters, {}, {"Colour > 1"}, error));
-  EXPECT_EQ(error.GetStdString(), "\"Colour > 1\": no column \"Colour\"");
-}
-
 }  // namespace

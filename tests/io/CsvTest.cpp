@@ -110,19 +110,6 @@ TEST_F(CsvTest, RejectedValuesFailTheImportUnlessSkipped) {
   }
 }
 
-TEST_F(CsvTest, SelectListsOfferTheValuesTheyHold) {
-  DataMgmt doc;
-  CsvImport import;
-  import.SetType("Genre", DataType::ValueListSelect);
-  CString error;
-  ASSERT_TRUE(import.Read("Genre\nFantasy\nMystery\nFantasy\n", doc, error)) << error;
-  const DataProp& genre = *doc.GetDataPropMgr().GetByID(5000);
-  EXPECT_EQ(genre.GetDataType(), DataType::ValueListSelect);
-  ASSERT_EQ(genre.GetListItemsCount(), 2u);
-  EXPECT_EQ(genre.GetListItemAt(0)->GetUsageCount(), 2);
-  EXPECT_EQ(Shown(doc, 2, 0), "Fantasy");
-}
-
 TEST_F(CsvTest, InputThatCannotBeImportedIsReported) {
   const struct {
     std::string csv;
