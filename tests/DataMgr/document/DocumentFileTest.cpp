@@ -20,12 +20,9 @@ namespace {
 using document_test::AddColumn;
 using document_test::Enter;
 using test_support::Bytes;
+using test_support::Stored;
 using test_support::TempFolder;
 using test_support::WriteRaw;
-
-Bytes Stored(DataMgmt& doc) {
-  return test_support::Store([&](CArchive& ar) { doc.Serialize(ar); });
-}
 
 // A document of nItems items with a text, a number and a list value each;
 // nSeed, also its registry ID, makes two documents differ in every item.

@@ -35,10 +35,20 @@ inline std::string Shown(const DataMgmt& doc, const Data& record, const DataProp
   return doc.GetTextRepresentation(record, prop.GetID(), false).GetStdString();
 }
 
+inline int IntOf(const Data& record, int nColumn) {
+  int n = -1;
+  record.GetData(nColumn, n);
+  return n;
+}
+
+inline bool IsAddressBook(DataType::Type nType) {
+  return nType == DataType::AddressBookSuggested || nType == DataType::AddressBookSelect;
+}
+
 // The usage counts kept by an entry column, entry by entry in order.
 inline std::vector<int> KeptCounts(const DataProp& prop) {
   std::vector<int> counts;
-  if (prop.GetDataType() == DataType::AddressBookSuggested || prop.GetDataType() == DataType::AddressBookSelect) {
+  if (IsAddressBook(prop.GetDataType())) {
     const AddressBook& book = prop.GetAddressBook();
     for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(book.GetAt(i)->GetUsageCount());
   } else {
