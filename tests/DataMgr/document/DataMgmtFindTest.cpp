@@ -35,7 +35,7 @@ std::string Described(const DataFind& hit, const std::string& column) {
   return hit.GetReplacedLength() == -1 ? text : text + " replaced " + std::to_string(hit.GetReplacedLength());
 }
 
-// Columns: the application column A (ID 3, added last but searched first),
+// Columns: the application column A (added last but searched first),
 // then the user columns T (text), Y (yes/no), P (number shown with "$"),
 // H (hidden from the user interface) and N (not displayed).
 // Items: 0 holds T "aaa", Y yes, P 5 and "aaa" in H and N; 1 holds T "Red
@@ -48,12 +48,9 @@ class DataMgmtFindTest : public test_support::UsLocaleTest {
     m_p.SetPrefix("$");
     m_h.SetHiddenFromUI(true);
     m_n.SetDisplayed(false);
-    m_pA->SetID(3);
-    m_pA->SetDataType(DataType::Text);
-    m_doc.AddDataProp(m_pA, false, true, false, false);
     for (int i = 0; i < 3; ++i) m_doc.CreateDataItem(nullptr, true, true);
     std::vector<int> firstColumns = {m_t.GetID()};
-    std::vector<int> secondColumns = {m_t.GetID(), m_pA->GetID()};
+    std::vector<int> secondColumns = {m_t.GetID(), m_a.GetID()};
     Data& first = *m_doc.CreateDataSubItem(Item(2), firstColumns, nullptr, true, true);
     Data& second = *m_doc.CreateDataSubItem(Item(2), secondColumns, nullptr, true, true);
     const struct {
@@ -62,8 +59,8 @@ class DataMgmtFindTest : public test_support::UsLocaleTest {
       const char* pszText;
     } values[] = {{Item(0), m_t, "aaa"}, {Item(0), m_y, "yes"},   {Item(0), m_p, "5"},
                   {Item(0), m_h, "aaa"}, {Item(0), m_n, "aaa"},   {Item(1), m_t, "Red and dark blue"},
-                  {Item(1), m_p, "12"},  {Item(1), *m_pA, "red"}, {Item(2), m_t, "x"},
-                  {first, m_t, "aaa"},   {second, m_t, "b"},      {second, *m_pA, "aaa"}};
+                  {Item(1), m_p, "12"},  {Item(1), m_a, "red"}, {Item(2), m_t, "x"},
+                  {first, m_t, "aaa"},   {second, m_t, "b"},      {second, m_a, "aaa"}};
     for (const auto& value : values) Enter(m_doc, value.record, value.column, value.pszText);
   }
 
@@ -72,7 +69,7 @@ class DataMgmtFindTest : public test_support::UsLocaleTest {
   // The hits described and joined by ", "; also checks that they are
   // numbered from 1.
   std::string Describe(const std::vector<DataFind>& hits) const {
-    const DataProp* columns[] = {m_pA, &m_t, &m_y, &m_p, &m_h, &m_n};
+    const DataProp* columns[] = {&m_a, &m_t, &m_y, &m_p, &m_h, &m_n};
     std::string text;
     for (size_t i = 0; i < hits.size(); ++i) {
       EXPECT_EQ(hits[i].GetID(), static_cast<int>(i) + 1);
@@ -91,7 +88,7 @@ class DataMgmtFindTest : public test_support::UsLocaleTest {
   DataProp& m_p = AddColumn(m_doc, DataType::Number);
   DataProp& m_h = AddColumn(m_doc, DataType::Text);
   DataProp& m_n = AddColumn(m_doc, DataType::Text);
-  DataProp* m_pA = new DataProp;
+  DataProp& m_a = AddColumn(m_doc, DataType::Text, "", true);
 };
 
 }  // namespace

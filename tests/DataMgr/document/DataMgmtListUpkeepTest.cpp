@@ -190,30 +190,6 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
   }
 }
 
-// Every usage is recounted from items and sub-items; a cell of an aliased
-// column counts for the alias column, or nowhere when that column is gone.
-TEST_F(DataMgmtListUpkeepTest, RecountFindsEveryUsageThroughAliases) {
-  DataMgmt doc;
-  DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& alias = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& orphan = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
-  AddColumn(doc, DataType::Text);  // holds no entries
-  doc.SetAliasDataProp(alias.GetID(), list.GetID());
-  doc.SetAliasDataProp(orphan.GetID(), 9999);
-  Fill(doc, list, {"red", "blue"});
-  DataItem& item = *doc.GetDataItemMgr().GetAt(0);
-  Enter(doc, item, alias, "red");
-  Enter(doc, item, orphan, "x");
-  Enter(doc, item, book, "Ann");
-  for (int i = 0; i < 5; ++i) list.GetListItemAt(1)->RegisterUsage();
-
-  doc.ResetUsageCounters();
-  EXPECT_EQ(KeptCounts(list), std::vector<int>({3, 2}));
-  EXPECT_EQ(KeptCounts(orphan), std::vector<int>({0}));
-  EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
-}
-
 // A column keeps its place in the display order and its values in the items
 // (not in the sub-items, whose usages stay counted) when it moves between an
 // application and a user ID; an unknown column or a taken slot moves nothing.

@@ -141,11 +141,18 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
 }
 
 // Copying an item raises, and deleting it lowers, the counts of its own
-// cells only; a copied sub-item is not counted at all.
-TEST(DataMgmtTest, CopiesAndDeletesCountTheItemsOwnCells) {
+// cells only; a copied sub-item is not counted at all. A recount finds every
+// usage in items and sub-items; a cell of an aliased column counts for the
+// alias column, or nowhere when that column is gone.
+TEST(DataMgmtTest, UsageCountsFollowCopiesDeletesAndRecounts) {
   DataMgmt doc;
   DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
   DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
+  DataProp& alias = AddColumn(doc, DataType::ValueListSuggested);
+  DataProp& orphan = AddColumn(doc, DataType::ValueListSuggested);
+  AddColumn(doc, DataType::Text);  // holds no entries
+  doc.SetAliasDataProp(alias.GetID(), list.GetID());
+  doc.SetAliasDataProp(orphan.GetID(), 9999);
   std::vector<int> columns = {list.GetID(), book.GetID()};
   DataItem* pFirst = doc.CreateDataItem(nullptr, true, true);
   Enter(doc, *pFirst, list, "red");
@@ -162,6 +169,13 @@ TEST(DataMgmtTest, CopiesAndDeletesCountTheItemsOwnCells) {
   Enter(doc, *pCopy, list, "green");
   doc.DeleteDataItem(pFirst);
   EXPECT_EQ(KeptCounts(list), std::vector<int>({0, 1, 1}));
+  EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
+
+  Enter(doc, *pCopy, alias, "red");
+  Enter(doc, *pCopy, orphan, "x");
+  doc.ResetUsageCounters();
+  EXPECT_EQ(KeptCounts(list), std::vector<int>({1, 2, 1}));
+  EXPECT_EQ(KeptCounts(orphan), std::vector<int>({0}));
   EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
 }
 

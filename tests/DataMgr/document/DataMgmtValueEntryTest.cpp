@@ -238,26 +238,23 @@ TEST_F(DataMgmtValueEntryTest, PathsFollowAFileMovedToAnotherFolder) {
 TEST_F(DataMgmtValueEntryTest, StaleFoldersAreResetToTheDefault) {
   const std::string existing = m_folder.Path() + "/";
   const std::string missing = File("missing/");
-  auto* pApp = new DataProp;
-  pApp->SetDataType(T::PhotoFilePath);
-  pApp->SetDefaultValue("/default.jpg");
-  m_doc.AddDataProp(pApp, true, true, false, false);
+  DataProp& app = AddColumn(m_doc, T::PhotoFilePath, "/default.jpg", true);
   DataProp& user = AddColumn(m_doc, T::DataFilePath);
   std::vector<int> columns;
   DataItem& first = *m_doc.CreateDataItem(nullptr, true, true);
   DataSubItem& firstSub = *m_doc.CreateDataSubItem(first, columns, nullptr, true, true);
   DataItem& second = *m_doc.CreateDataItem(nullptr, true, true);
   DataSubItem& secondSub = *m_doc.CreateDataSubItem(second, columns, nullptr, true, true);
-  first.SetData(pApp->GetID(), existing.c_str(), false);
-  firstSub.RegisterDataProp(pApp->GetID(), missing.c_str(), false);
+  first.SetData(app.GetID(), existing.c_str(), false);
+  firstSub.RegisterDataProp(app.GetID(), missing.c_str(), false);
   first.SetData(user.GetID(), existing.c_str(), false);
   firstSub.RegisterDataProp(user.GetID(), missing.c_str(), false);
   second.SetData(user.GetID(), missing.c_str(), false);
   secondSub.RegisterDataProp(user.GetID(), existing.c_str(), false);
-  second.SetData(pApp->GetID(), "/default.jpg", false);
+  second.SetData(app.GetID(), "/default.jpg", false);
   m_doc.ResetFileBasedDefaultValues();
   const std::vector<std::string> expected = {"/default.jpg", "/default.jpg", existing, missing, "", existing};
-  EXPECT_EQ(std::vector<std::string>({TextOf(first, *pApp), TextOf(firstSub, *pApp), TextOf(first, user),
+  EXPECT_EQ(std::vector<std::string>({TextOf(first, app), TextOf(firstSub, app), TextOf(first, user),
                                       TextOf(firstSub, user), TextOf(second, user), TextOf(secondSub, user)}),
             expected);
 }
@@ -270,10 +267,8 @@ TEST_F(DataMgmtValueEntryTest, BestStartingFolder) {
   for (const char* pszName : {"a/1.jpg", "a/2.jpg", "b/1.jpg", "b/2.jpg", "c/1.jpg", "h/1.jpg", "q/1.jpg"}) {
     MakeFile(pszName);
   }
-  auto* pHidden = new DataProp;
-  pHidden->SetDataType(T::PhotoFilePath);
-  pHidden->SetHiddenFromUI(true);
-  m_doc.AddDataProp(pHidden, true, true, false, false);
+  DataProp& hidden = AddColumn(m_doc, T::PhotoFilePath, "", true);
+  hidden.SetHiddenFromUI(true);
   const int nPhoto = AddColumn(m_doc, T::PhotoFilePath).GetID();
   const int nOther = AddColumn(m_doc, T::PhotoFilePath).GetID();
   std::vector<DataItem*> items;
@@ -281,7 +276,7 @@ TEST_F(DataMgmtValueEntryTest, BestStartingFolder) {
     items.push_back(m_doc.CreateDataItem(nullptr, true, true));
     if (*pszPhoto) items.back()->SetData(nPhoto, File(pszPhoto).c_str(), false);
   }
-  items[0]->SetData(pHidden->GetID(), File("h/1.jpg").c_str(), false);
+  items[0]->SetData(hidden.GetID(), File("h/1.jpg").c_str(), false);
   items[3]->SetData(nOther, File("q/1.jpg").c_str(), false);
   const int nData = AddColumn(m_doc, T::DataFilePath, File("c/").c_str()).GetID();
   const struct {

@@ -15,13 +15,14 @@
 
 namespace document_test {
 
-// A user column of type nType named after it, owned by doc.
-inline DataProp& AddColumn(DataMgmt& doc, DataType::Type nType, const CString& defaultValue = CString()) {
+// A user (or application) column of type nType named after it, owned by doc.
+inline DataProp& AddColumn(DataMgmt& doc, DataType::Type nType, const CString& defaultValue = CString(),
+                           bool bApp = false) {
   auto* p = new DataProp;
   p->SetDataType(nType);
   p->SetName(DataType::GetText(nType));
   p->SetDefaultValue(defaultValue);
-  doc.AddDataProp(p, true, false, false, false);
+  doc.AddDataProp(p, true, bApp, false, false);
   return *p;
 }
 
