@@ -55,14 +55,6 @@ void Fill(DataMgmt& doc, DataProp& prop, const std::vector<const char*>& texts) 
   }
 }
 
-// The host's side of a type change: keep the old definition, change the
-// column's type, convert.
-bool ChangeType(DataMgmt& doc, DataProp& prop, DataType::Type nType, std::map<int, int>& entryIDMap) {
-  DataProp oldProp(prop);
-  prop.SetDataType(nType);
-  return doc.DoDataTypeChange(oldProp, prop, entryIDMap);
-}
-
 class DataMgmtListUpkeepTest : public test_support::UsLocaleTest {};
 
 TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
@@ -116,7 +108,9 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
     Fill(doc, prop, row.typed);
     prop.SetKeepListItemsSorted(row.bKeepSorted);
     std::map<int, int> entryIDMap;
-    EXPECT_EQ(ChangeType(doc, prop, row.nTo, entryIDMap), row.bResult) << name;
+    DataProp oldProp(prop);  // the host keeps the old definition, then changes the type
+    prop.SetDataType(row.nTo);
+    EXPECT_EQ(doc.DoDataTypeChange(oldProp, prop, entryIDMap), row.bResult) << name;
     std::vector<std::string> shown;
     std::vector<bool> subItemCells;
     for (size_t i = 0; i < doc.GetDataItemMgr().GetCount(); ++i) {

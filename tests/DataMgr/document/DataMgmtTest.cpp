@@ -111,32 +111,25 @@ TEST_F(DataMgmtDefaultsTest, DefaultValuesOfAFreshRecordAndOfAnAddedColumn) {
   const Row rows[] = {
       {DataType::Number, "42", "42", "42", {}, {}},
       {DataType::NumberWithText, "Vol. 03", "Vol. 03", "3", {}, {}},  // the number alone
-      {DataType::NumberWithRomanOrText, "Part IV", "Part IV", "4", {}, {}},
       {DataType::AddressBookSuggested, "ann", "Ann", "Zed", {0, 1}, {1, 0}},  // "ann" reads as ID 0
       {DataType::AddressBookSelect, "5", "5", "", {0, 0, 1}, {0, 0}},  // no address has ID 5
       {DataType::AddressBookSelect, "-1", "", "", {0, 0}, {0, 0}},
   };
-  const auto makeColumn = [](const Row& row) {
-    auto* p = new DataProp;
-    p->SetDataType(row.nType);
-    p->SetDefaultValue(row.pszDefault);
-    p->GetAddressByName("Zed", true);
-    p->GetAddressByName("Ann", true);
-    return p;
-  };
   for (const Row& row : rows) {
-    DataMgmt fresh;
-    DataProp* pFresh = makeColumn(row);
-    fresh.AddDataProp(pFresh, true, false, true, false);
-    EXPECT_EQ(Shown(fresh, *fresh.CreateDataItem(nullptr, true, true), *pFresh), row.pszFreshRecord) << row.pszDefault;
-    EXPECT_EQ(KeptCounts(*pFresh), row.freshCounts) << row.pszDefault;
-
-    DataMgmt added;
-    const DataItem& item = *added.CreateDataItem(nullptr, true, true);
-    DataProp* pAdded = makeColumn(row);
-    added.AddDataProp(pAdded, true, false, true, false);
-    EXPECT_EQ(Shown(added, item, *pAdded), row.pszAddedColumn) << row.pszDefault;
-    EXPECT_EQ(KeptCounts(*pAdded), row.addedCounts) << row.pszDefault;
+    for (bool bAdded : {false, true}) {
+      DataMgmt doc;
+      if (bAdded) doc.CreateDataItem(nullptr, true, true);
+      auto* p = new DataProp;
+      p->SetDataType(row.nType);
+      p->SetDefaultValue(row.pszDefault);
+      p->GetAddressByName("Zed", true);
+      p->GetAddressByName("Ann", true);
+      doc.AddDataProp(p, true, false, true, false);
+      const DataItem& item = bAdded ? *doc.GetDataItemMgr().GetAt(0) : *doc.CreateDataItem(nullptr, true, true);
+      const std::string name = std::string(row.pszDefault) + (bAdded ? ", added column" : ", fresh record");
+      EXPECT_EQ(Shown(doc, item, *p), bAdded ? row.pszAddedColumn : row.pszFreshRecord) << name;
+      EXPECT_EQ(KeptCounts(*p), bAdded ? row.addedCounts : row.freshCounts) << name;
+    }
   }
 }
 

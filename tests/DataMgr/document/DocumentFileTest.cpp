@@ -40,12 +40,6 @@ void Fill(DataMgmt& doc, int nItems, int nSeed) {
   }
 }
 
-// No records, no columns, no export path, and the registry ID it had.
-bool IsEmptyDocument(const DataMgmt& doc, int nRegistryID) {
-  return doc.GetDataItemMgr().IsEmpty() && doc.GetDataPropMgr().GetUserCount() == 0 &&
-         doc.GetMRUExportPath().IsEmpty() && doc.GetDataPropMgr().GetID() == nRegistryID;
-}
-
 // The regular files in folder.
 long FileCount(const TempFolder& folder) {
   using std::filesystem::directory_iterator;
@@ -187,7 +181,10 @@ TEST_F(DocumentFileTest, FailedLoadsLeaveTheDocumentEmptyAndSayWhere) {
     EXPECT_EQ(file.GetCause(), row.nCause) << row.pszRow << ": " << file.GetMessage();
     EXPECT_EQ(file.GetOffset(), row.nOffset) << row.pszRow;
     EXPECT_NE(file.GetMessage().Find(row.pszSaid), -1) << row.pszRow << ": " << file.GetMessage();
-    EXPECT_TRUE(IsEmptyDocument(doc, 5)) << row.pszRow;
+    // no records, no columns, no export path, and the registry ID it had
+    EXPECT_TRUE(doc.GetDataItemMgr().IsEmpty() && doc.GetDataPropMgr().GetUserCount() == 0 &&
+                doc.GetMRUExportPath().IsEmpty() && doc.GetDataPropMgr().GetID() == 5)
+        << row.pszRow;
   }
 }
 
