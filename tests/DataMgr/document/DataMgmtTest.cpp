@@ -88,8 +88,10 @@ TEST(DataMgmtTest, AddedColumnFillsEitherTheItemsOrTheirSubItems) {
     p->SetDefaultValue("red");
     p->GetListItemByValue("red", true);
     doc.AddDataProp(p, true, false, true, bSubItems);
-    EXPECT_EQ(IntOf(bSubItems ? static_cast<const Data&>(subItem) : item, p->GetID()), p->GetListItemAt(0)->GetID());
-    EXPECT_FALSE((bSubItems ? static_cast<const Data&>(item) : subItem).HaveDataProp(p->GetID())) << bSubItems;
+    const Data& filled = bSubItems ? static_cast<const Data&>(subItem) : item;
+    const Data& passedOver = bSubItems ? static_cast<const Data&>(item) : subItem;
+    EXPECT_EQ(IntOf(filled, p->GetID()), p->GetListItemAt(0)->GetID()) << bSubItems;
+    EXPECT_FALSE(passedOver.HaveDataProp(p->GetID())) << bSubItems;
     EXPECT_EQ(KeptCounts(*p), std::vector<int>({1})) << bSubItems;
   }
 }

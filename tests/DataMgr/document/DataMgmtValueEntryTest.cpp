@@ -95,6 +95,7 @@ TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredAndShown) {
     bool bRedisplay = false;
     EXPECT_EQ(m_doc.SetData(item, prop.GetID(), row.typed.c_str(), bRedisplay, true), row.bStored) << name;
     EXPECT_EQ(Shown(m_doc, item, prop), row.shown) << name;
+    EXPECT_TRUE(row.setup != affixes || bRedisplay) << name << ": a column with affixes redisplays every entry";
   }
 }
 
