@@ -35,6 +35,32 @@ std::string Described(const DataFind& hit, const std::string& column) {
   return hit.GetReplacedLength() == -1 ? text : text + " replaced " + std::to_string(hit.GetReplacedLength());
 }
 
+// A hit of item 7 in column 5001 as a host keeps it.
+DataFind MakeHit(int nID, int nStart, int nLineCount = -1, const char* pszPath = "", int nReplacedLength = -1) {
+  DataFind hit;
+  hit.SetID(nID);
+  hit.SetDataItemID(7);
+  hit.SetDataPropID(5001);
+  hit.SetStartIndex(nStart);
+  hit.SetLineCount(nLineCount);
+  hit.SetFilePath(pszPath);
+  hit.SetReplacedLength(nReplacedLength);
+  return hit;
+}
+
+// "ID:" and the hit described with its column ID.
+std::string Listed(const DataFind& hit) {
+  return std::to_string(hit.GetID()) + ":" + Described(hit, std::to_string(hit.GetDataPropID()));
+}
+
+// A hit record of nVersion: ID nID, item 7, the item itself, column 5001,
+// start 3; from version 2 the line count 2 and the path "p".
+ByteWriter& WriteHit(ByteWriter& out, unsigned nVersion, int nID) {
+  out.Word(nVersion).Int(nID).Int(7).Int(-1).Int(5001).Int(3);  // version, ID, item, sub-item, column, start
+  if (nVersion >= 2) out.Int(2).Text("p");                       // line count, path
+  return out;
+}
+
 // Columns: the application column A (added last but searched first),
 // then the user columns T (text), Y (yes/no), P (number shown with "$"),
 // H (hidden from the user interface) and N (not displayed).
@@ -185,36 +211,6 @@ TEST_F(DataMgmtFindTest, WholeItemHitsAreAppendedAndHitsResolveToTheirRecords) {
     EXPECT_EQ(pSubItem, row.pSubItem) << row.nItemID << "/" << row.nSubItemID;
   }
 }
-
-namespace {
-
-// A hit of item 7 in column 5001 as a host keeps it.
-DataFind MakeHit(int nID, int nStart, int nLineCount = -1, const char* pszPath = "", int nReplacedLength = -1) {
-  DataFind hit;
-  hit.SetID(nID);
-  hit.SetDataItemID(7);
-  hit.SetDataPropID(5001);
-  hit.SetStartIndex(nStart);
-  hit.SetLineCount(nLineCount);
-  hit.SetFilePath(pszPath);
-  hit.SetReplacedLength(nReplacedLength);
-  return hit;
-}
-
-// "ID:" and the hit described with its column ID.
-std::string Listed(const DataFind& hit) {
-  return std::to_string(hit.GetID()) + ":" + Described(hit, std::to_string(hit.GetDataPropID()));
-}
-
-// A hit record of nVersion: ID nID, item 7, the item itself, column 5001,
-// start 3; from version 2 the line count 2 and the path "p".
-ByteWriter& WriteHit(ByteWriter& out, unsigned nVersion, int nID) {
-  out.Word(nVersion).Int(nID).Int(7).Int(-1).Int(5001).Int(3);  // version, ID, item, sub-item, column, start
-  if (nVersion >= 2) out.Int(2).Text("p");                       // line count, path
-  return out;
-}
-
-}  // namespace
 
 TEST(DataFindMgrTest, HitsAreMatchedByPlaceNotByNumber) {
   DataFindMgr hits;
