@@ -2,20 +2,19 @@
 // removed entries, and moves between application and user columns.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "DataMgr/document/DataMgmt.h"
 #include "tests/DataMgr/document/DocumentFixtures.h"
-#include "tests/support/ArchiveTestSupport.h"
 #include "tests/support/LocaleTestSupport.h"
 
 namespace {
 
 using document_test::AddColumn;
 using document_test::Enter;
+using document_test::IntOf;
 using document_test::KeptCounts;
 using document_test::Shown;
 
@@ -25,10 +24,6 @@ class TestDocument : public DataMgmt {
   using DataMgmt::MakeAppDataPropIntoUserDefined;
   using DataMgmt::MakeUserDataPropIntoAppDefined;
 };
-
-bool IsAddressBook(DataType::Type nType) {
-  return nType == DataType::AddressBookSuggested || nType == DataType::AddressBookSelect;
-}
 
 // The texts of the column's entries, or the names of its addresses.
 std::vector<std::string> EntryTexts(const DataProp& prop) {
@@ -46,7 +41,7 @@ std::vector<std::string> EntryTexts(const DataProp& prop) {
 void Fill(DataMgmt& doc, DataProp& prop, const std::vector<const char*>& texts) {
   std::vector<int> columns = {prop.GetID()};
   for (const char* pszText : texts) {
-    if (IsAddressBook(prop.GetDataType())) {
+    if (document_test::IsAddressBook(prop.GetDataType())) {
       prop.GetAddressByName(pszText, true);
     } else if (DataType::IsListType(prop.GetDataType())) {
       prop.GetListItemByValue(pszText, true);
@@ -58,14 +53,6 @@ void Fill(DataMgmt& doc, DataProp& prop, const std::vector<const char*>& texts) 
     doc.SetData(item, prop, pszText, bRedisplay, true);
     doc.SetData(*doc.CreateDataSubItem(item, columns, nullptr, true, true), prop, pszText, bRedisplay, true);
   }
-}
-
-// The host's side of a type change: keep the old definition, change the
-// column's type, convert.
-bool ChangeType(DataMgmt& doc, DataProp& prop, DataType::Type nType, std::map<int, int>& entryIDMap) {
-  DataProp oldProp(prop);
-  prop.SetDataType(nType);
-  return doc.DoDataTypeChange(oldProp, prop, entryIDMap);
 }
 
 class DataMgmtListUpkeepTest : public test_support::UsLocaleTest {};
@@ -121,7 +108,9 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
     Fill(doc, prop, row.typed);
     prop.SetKeepListItemsSorted(row.bKeepSorted);
     std::map<int, int> entryIDMap;
-    EXPECT_EQ(ChangeType(doc, prop, row.nTo, entryIDMap), row.bResult) << name;
+    DataProp oldProp(prop);  // the host keeps the old definition, then changes the type
+    prop.SetDataType(row.nTo);
+    EXPECT_EQ(doc.DoDataTypeChange(oldProp, prop, entryIDMap), row.bResult) << name;
     std::vector<std::string> shown;
     std::vector<bool> subItemCells;
     for (size_t i = 0; i < doc.GetDataItemMgr().GetCount(); ++i) {
@@ -135,26 +124,6 @@ TEST_F(DataMgmtListUpkeepTest, TypeChangesConvertItemsAndDropSubItemCells) {
     EXPECT_EQ(KeptCounts(prop), row.counts) << name;
     EXPECT_EQ(entryIDMap, row.entryIDMap) << name;
   }
-}
-
-// Moves the item's last-modified time a year back, through its archive form
-// (the day is the first field after the version word and the ID).
-DateTime Aged(DataItem& item) {
-  test_support::Bytes bytes = test_support::Store([&](CArchive& ar) { item.Serialize(ar); });
-  int nDay = 0;
-  std::memcpy(&nDay, &bytes[6], sizeof nDay);
-  nDay -= 365;
-  std::memcpy(&bytes[6], &nDay, sizeof nDay);
-  test_support::Load(bytes, [&](CArchive& ar) { item.Serialize(ar); });
-  DateTime aged;
-  item.GetLastModified(aged);
-  return aged;
-}
-
-int IntOf(const Data& record, const DataProp& prop) {
-  int n = -1;
-  record.GetData(prop.GetID(), n);
-  return n;
 }
 
 // Removing blue: cells of the column and of its alias that refer to blue
@@ -190,9 +159,13 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
     const int nBlue = list.GetListItemByValue("blue")->GetID();
     const int nGreen = list.GetListItemByValue("green")->GetID();
     list.DeleteListItem(list.GetListItemByValue("blue"));
-    const DateTime redTime = Aged(red);
-    const DateTime greenTime = Aged(green);
-    const DateTime bareTime = Aged(bare);
+    const DateTime old(2000, 1, 1);
+    for (DataItem* pItem : {&red, &green, &bare}) pItem->SetLastModified(old);
+    const auto modified = [&](const DataItem& item) {
+      DateTime time;
+      item.GetLastModified(time);
+      return time > old;
+    };
 
     std::vector<int> touched = {99};
     doc.ListItemsModified(list, {nGreen}, {nBlue}, touched);
@@ -202,42 +175,13 @@ TEST_F(DataMgmtListUpkeepTest, RemovedEntriesGiveWayToTheDefaultEntry) {
     std::vector<int> earlier;
     blue.GetUndoData(list.GetID(), earlier);
     EXPECT_EQ(earlier.back(), nBlue) << row.pszDefault;
-    EXPECT_EQ(IntOf(*blue.GetSubItemsMgr().GetAt(0), list), nBlue) << row.pszDefault;
+    EXPECT_EQ(IntOf(*blue.GetSubItemsMgr().GetAt(0), list.GetID()), nBlue) << row.pszDefault;
     EXPECT_EQ(Shown(doc, *bare.GetSubItemsMgr().GetAt(0), list), row.pszReplaced) << row.pszDefault;
-    EXPECT_EQ(IntOf(*bare.GetSubItemsMgr().GetAt(2), list), nBlue) << row.pszDefault;
+    EXPECT_EQ(IntOf(*bare.GetSubItemsMgr().GetAt(2), list.GetID()), nBlue) << row.pszDefault;
     EXPECT_EQ(KeptCounts(list), row.counts) << row.pszDefault;
-    DateTime time;
-    red.GetLastModified(time);
-    EXPECT_FALSE(time > redTime) << row.pszDefault;
-    green.GetLastModified(time);
-    EXPECT_TRUE(time > greenTime) << row.pszDefault;
-    bare.GetLastModified(time);
-    EXPECT_TRUE(time > bareTime) << row.pszDefault;
+    const std::vector<bool> stamped = {modified(red), modified(green), modified(bare)};
+    EXPECT_EQ(stamped, std::vector<bool>({false, true, true})) << row.pszDefault;
   }
-}
-
-// Every usage is recounted from items and sub-items; a cell of an aliased
-// column counts for the alias column, or nowhere when that column is gone.
-TEST_F(DataMgmtListUpkeepTest, RecountFindsEveryUsageThroughAliases) {
-  DataMgmt doc;
-  DataProp& list = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& alias = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& orphan = AddColumn(doc, DataType::ValueListSuggested);
-  DataProp& book = AddColumn(doc, DataType::AddressBookSuggested);
-  AddColumn(doc, DataType::Text);  // holds no entries
-  doc.SetAliasDataProp(alias.GetID(), list.GetID());
-  doc.SetAliasDataProp(orphan.GetID(), 9999);
-  Fill(doc, list, {"red", "blue"});
-  DataItem& item = *doc.GetDataItemMgr().GetAt(0);
-  Enter(doc, item, alias, "red");
-  Enter(doc, item, orphan, "x");
-  Enter(doc, item, book, "Ann");
-  for (int i = 0; i < 5; ++i) list.GetListItemAt(1)->RegisterUsage();
-
-  doc.ResetUsageCounters();
-  EXPECT_EQ(KeptCounts(list), std::vector<int>({3, 2}));
-  EXPECT_EQ(KeptCounts(orphan), std::vector<int>({0}));
-  EXPECT_EQ(KeptCounts(book), std::vector<int>({1}));
 }
 
 // A column keeps its place in the display order and its values in the items
@@ -253,11 +197,6 @@ TEST_F(DataMgmtListUpkeepTest, ColumnsMoveBetweenApplicationAndUserIDs) {
   Fill(doc, *pApp, {"red"});
   DataItem& item = *doc.GetDataItemMgr().GetAt(0);
   Enter(doc, item, *doc.GetDataPropMgr().GetByID(nUser), "7");
-  std::vector<int> order;
-  const auto displayOrder = [&]() {
-    doc.GetDataPropMgr().GetDisplayOrder(order);
-    return order;
-  };
   EXPECT_EQ(doc.MakeAppDataPropIntoUserDefined(3), -1);
   const int nMoved = doc.MakeAppDataPropIntoUserDefined(2);
   EXPECT_EQ(nMoved, nUser + 1);
@@ -269,7 +208,9 @@ TEST_F(DataMgmtListUpkeepTest, ColumnsMoveBetweenApplicationAndUserIDs) {
   EXPECT_EQ(Shown(doc, item, *doc.GetDataPropMgr().GetByID(2)), "7");
   EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(nMoved, 2), -1);  // slot taken
   EXPECT_EQ(doc.MakeUserDataPropIntoAppDefined(4242, 5), -1);
-  EXPECT_EQ(displayOrder(), std::vector<int>({nMoved, 2}));
+  std::vector<int> order;
+  doc.GetDataPropMgr().GetDisplayOrder(order);
+  EXPECT_EQ(order, std::vector<int>({nMoved, 2}));
 }
 
 }  // namespace

@@ -20,12 +20,9 @@ namespace {
 using document_test::AddColumn;
 using document_test::Enter;
 using test_support::Bytes;
+using test_support::Stored;
 using test_support::TempFolder;
 using test_support::WriteRaw;
-
-Bytes Stored(DataMgmt& doc) {
-  return test_support::Store([&](CArchive& ar) { doc.Serialize(ar); });
-}
 
 // A document of nItems items with a text, a number and a list value each;
 // nSeed, also its registry ID, makes two documents differ in every item.
@@ -43,12 +40,6 @@ void Fill(DataMgmt& doc, int nItems, int nSeed) {
   }
 }
 
-// No records, no columns, no export path, and the registry ID it had.
-bool IsEmptyDocument(const DataMgmt& doc, int nRegistryID) {
-  return doc.GetDataItemMgr().IsEmpty() && doc.GetDataPropMgr().GetUserCount() == 0 &&
-         doc.GetMRUExportPath().IsEmpty() && doc.GetDataPropMgr().GetID() == nRegistryID;
-}
-
 // The regular files in folder.
 long FileCount(const TempFolder& folder) {
   using std::filesystem::directory_iterator;
@@ -56,22 +47,16 @@ long FileCount(const TempFolder& folder) {
                        [](const auto& entry) { return entry.is_regular_file(); });
 }
 
-// Makes one step of every DocumentFile fail with nError while it lives.
-class InjectedFault {
- public:
-  InjectedFault(DocumentFile::Step nStep, int nError) {
-    s_nStep = nStep;
-    s_nError = nError;
-    DocumentFile::SetFaultHook([](DocumentFile::Step nAt) { return nAt == s_nStep ? s_nError : 0; });
-  }
-  InjectedFault(const InjectedFault&) = delete;
-  InjectedFault& operator=(const InjectedFault&) = delete;
-  ~InjectedFault() { DocumentFile::SetFaultHook(nullptr); }
+// The step that fails, and its error, while the fault hook is set.
+DocumentFile::Step g_nFaultStep = DocumentFile::CreateTemp;
+int g_nFaultError = 0;
 
- private:
-  static inline DocumentFile::Step s_nStep = DocumentFile::CreateTemp;
-  static inline int s_nError = 0;
-};
+// Makes one step of every DocumentFile fail with nError until the test ends.
+void InjectFault(DocumentFile::Step nStep, int nError) {
+  g_nFaultStep = nStep;
+  g_nFaultError = nError;
+  DocumentFile::SetFaultHook([](DocumentFile::Step nAt) { return nAt == g_nFaultStep ? g_nFaultError : 0; });
+}
 
 class DocumentFileTest : public ::testing::Test {
  protected:
@@ -80,18 +65,7 @@ class DocumentFileTest : public ::testing::Test {
     Fill(m_new, 4, 2);
     ASSERT_TRUE(DocumentFile(m_target).Save(m_old));
   }
-
-  // Save of m_new fails with nCause; the target still holds m_old and the
-  // folder holds nothing else.
-  void ExpectSaveFails(const std::string& path, DocumentFile::Cause nCause, const char* pszRow) {
-    DocumentFile file(path);
-    EXPECT_FALSE(file.Save(m_new)) << pszRow;
-    EXPECT_EQ(file.GetCause(), nCause) << pszRow << ": " << file.GetMessage();
-    DataMgmt loaded;
-    EXPECT_TRUE(DocumentFile(m_target).Load(loaded)) << pszRow;
-    EXPECT_EQ(Stored(loaded), Stored(m_old)) << pszRow;
-    EXPECT_EQ(FileCount(m_folder), 1) << pszRow << ": a temporary file was left";
-  }
+  void TearDown() override { DocumentFile::SetFaultHook(nullptr); }
 
   TempFolder m_folder;
   std::string m_target = m_folder / "list.dat";
@@ -133,22 +107,28 @@ TEST_F(DocumentFileTest, FailedSavesLeaveTheTargetAsItWas) {
       {m_target, DocumentFile::SyncTemp, EIO, DocumentFile::IoError, "flush to disk fails"},
       {m_target, DocumentFile::ReplaceTarget, EBUSY, DocumentFile::IoError, "rename fails"},
   };
+  // Each save fails with its cause; the target still holds m_old and the
+  // folder holds nothing else.
   for (const auto& fault : faults) {
-    InjectedFault injected(fault.nStep, fault.nError);
-    ExpectSaveFails(fault.path, fault.nCause, fault.pszRow);
+    InjectFault(fault.nStep, fault.nError);
+    DocumentFile file(fault.path);
+    EXPECT_FALSE(file.Save(m_new)) << fault.pszRow;
+    EXPECT_EQ(file.GetCause(), fault.nCause) << fault.pszRow << ": " << file.GetMessage();
+    DataMgmt loaded;
+    EXPECT_TRUE(DocumentFile(m_target).Load(loaded)) << fault.pszRow;
+    EXPECT_EQ(Stored(loaded), Stored(m_old)) << fault.pszRow;
+    EXPECT_EQ(FileCount(m_folder), 1) << fault.pszRow << ": a temporary file was left";
   }
 }
 
 TEST_F(DocumentFileTest, MessagesNameTheOperationThePathAndTheSystemsReason) {
   DocumentFile file(m_target);
-  {
-    InjectedFault full(DocumentFile::WriteTemp, ENOSPC);
-    EXPECT_FALSE(file.Save(m_new));
-  }
+  InjectFault(DocumentFile::WriteTemp, ENOSPC);
+  EXPECT_FALSE(file.Save(m_new));
   EXPECT_EQ(file.GetSystemError(), ENOSPC);
   EXPECT_EQ(file.GetMessage().GetStdString(),
             "cannot save \"" + m_target + "\": the disk is full (No space left on device)");
-  InjectedFault refused(DocumentFile::ReadFile, EACCES);
+  InjectFault(DocumentFile::ReadFile, EACCES);
   EXPECT_FALSE(file.Load(m_new));
   EXPECT_EQ(file.GetCause(), DocumentFile::NoPermission);
   EXPECT_EQ(file.GetMessage().GetStdString(),
@@ -190,7 +170,10 @@ TEST_F(DocumentFileTest, FailedLoadsLeaveTheDocumentEmptyAndSayWhere) {
     EXPECT_EQ(file.GetCause(), row.nCause) << row.pszRow << ": " << file.GetMessage();
     EXPECT_EQ(file.GetOffset(), row.nOffset) << row.pszRow;
     EXPECT_NE(file.GetMessage().Find(row.pszSaid), -1) << row.pszRow << ": " << file.GetMessage();
-    EXPECT_TRUE(IsEmptyDocument(doc, 5)) << row.pszRow;
+    // no records, no columns, no export path, and the registry ID it had
+    EXPECT_TRUE(doc.GetDataItemMgr().IsEmpty() && doc.GetDataPropMgr().GetUserCount() == 0 &&
+                doc.GetMRUExportPath().IsEmpty() && doc.GetDataPropMgr().GetID() == 5)
+        << row.pszRow;
   }
 }
 

@@ -15,13 +15,14 @@
 
 namespace document_test {
 
-// A user column of type nType named after it, owned by doc.
-inline DataProp& AddColumn(DataMgmt& doc, DataType::Type nType, const CString& defaultValue = CString()) {
+// A user (or application) column of type nType named after it, owned by doc.
+inline DataProp& AddColumn(DataMgmt& doc, DataType::Type nType, const CString& defaultValue = CString(),
+                           bool bApp = false) {
   auto* p = new DataProp;
   p->SetDataType(nType);
   p->SetName(DataType::GetText(nType));
   p->SetDefaultValue(defaultValue);
-  doc.AddDataProp(p, true, false, false, false);
+  doc.AddDataProp(p, true, bApp, false, false);
   return *p;
 }
 
@@ -35,10 +36,20 @@ inline std::string Shown(const DataMgmt& doc, const Data& record, const DataProp
   return doc.GetTextRepresentation(record, prop.GetID(), false).GetStdString();
 }
 
+inline int IntOf(const Data& record, int nColumn) {
+  int n = -1;
+  record.GetData(nColumn, n);
+  return n;
+}
+
+inline bool IsAddressBook(DataType::Type nType) {
+  return nType == DataType::AddressBookSuggested || nType == DataType::AddressBookSelect;
+}
+
 // The usage counts kept by an entry column, entry by entry in order.
 inline std::vector<int> KeptCounts(const DataProp& prop) {
   std::vector<int> counts;
-  if (prop.GetDataType() == DataType::AddressBookSuggested || prop.GetDataType() == DataType::AddressBookSelect) {
+  if (IsAddressBook(prop.GetDataType())) {
     const AddressBook& book = prop.GetAddressBook();
     for (size_t i = 0; i < book.GetCount(); ++i) counts.push_back(book.GetAt(i)->GetUsageCount());
   } else {
