@@ -225,28 +225,6 @@ TEST(DataItemMgrTest, CopiesRemovalAndRenumbering) {
   EXPECT_EQ(items.Create(nullptr, true, true)->GetID(), 4);
 }
 
-TEST(DataSubItemMgrTest, CopiesAreDeepWithoutHistories) {
-  DataSubItemMgr source;
-  Fill(source, 2);
-  source.SetSort(false);
-  source.SetAllParentID(6);
-  source.SetAllData(1, 40);
-  DataSubItemMgr copy(source);
-  DataSubItemMgr assigned;
-  Fill(assigned, 3);
-  assigned = source;
-  assigned = assigned;
-  for (DataSubItemMgr* pCopy : {&copy, &assigned}) {
-    EXPECT_FALSE(pCopy->GetSort());
-    ASSERT_EQ(IDs(*pCopy), (std::vector<int>{0, 1}));
-    EXPECT_NE(pCopy->GetAt(0), source.GetAt(0));
-    EXPECT_EQ(pCopy->GetAt(1)->GetParentID(), 6);
-    EXPECT_EQ(IntOf(*pCopy->GetAt(1), 1), 40);
-    EXPECT_FALSE(pCopy->GetAt(1)->HaveUndoData(1));
-    EXPECT_EQ(pCopy->Create(nullptr, true, true)->GetID(), 2);
-  }
-}
-
 // Swap is the one operation that throws, and only with two or more.
 TEST(DataSubItemMgrTest, SwapThrowsOnlyWithTwoOrMore) {
   DataSubItemMgr subItems;

@@ -47,7 +47,7 @@ void LoadItem(DataItem& item, int nID, int nValue, const std::vector<int>& subIt
 
 // Sources and targets of the copy tests. Item source: ID 4, old time,
 // column 1 holding 20, column 2 edited before the load (history [-1], kept
-// by it), two sub-items, the first edited to 99. Item target: ID 9, column
+// by it), two sub-items, the first edited to 99, not sorted. Item target: ID 9, column
 // 3 edited, one sub-item. Sub-item source: ID 4, parent 7, column 1 edited
 // 10 -> 20; target: ID 9, parent 1, column 2 edited.
 DataItem ItemSource() {
@@ -55,6 +55,7 @@ DataItem ItemSource() {
   source.SetData(2, 7, true);
   LoadItem(source, 4, 20, {0, 1});
   source.GetSubItemsMgr().GetAt(0)->SetData(1, 99, true);
+  source.GetSubItemsMgr().SetSort(false);
   return source;
 }
 DataItem ItemTarget() {
@@ -146,11 +147,14 @@ TEST(RecordTest, CopiesTakeTheIDAndHistoryTheWayTheClassSays) {
     EXPECT_EQ(LastModified(*item), OLD_TIME);
     EXPECT_EQ(item->HaveUndoData(2), row.nItemHistory == 2);
     EXPECT_EQ(item->HaveUndoData(3), row.nItemHistory == 3);
-    // The sub-items are copied as their list copies them (see its tests):
-    // the source's parent ID, no history, whatever the way.
-    ASSERT_EQ(item->GetSubItemsMgr().GetCount(), 2u);
-    EXPECT_EQ(item->GetSubItemsMgr().GetAt(1)->GetParentID(), 4);
-    EXPECT_FALSE(item->GetSubItemsMgr().GetAt(0)->HaveUndoData(1));
+    // The sub-items are deep copies, whatever the way: the source's values,
+    // parent ID, sort flag and next ID, no history.
+    DataSubItemMgr& subItems = item->GetSubItemsMgr();
+    ASSERT_EQ(subItems.GetCount(), 2u);
+    EXPECT_EQ(IntOf(*subItems.GetAt(1), 1), 10);
+    EXPECT_EQ(subItems.GetAt(1)->GetParentID(), 4);
+    EXPECT_FALSE(subItems.GetAt(0)->HaveUndoData(1) || subItems.GetSort());
+    EXPECT_EQ(subItems.Create(nullptr, true, true)->GetID(), 2);
 
     const auto subItem = Made(row.way, &SubItemSource, &SubItemTarget);
     EXPECT_EQ(subItem->GetID(), row.nID);
