@@ -191,20 +191,14 @@ TEST_F(DataPropMgrTest, SetToDisplayOrderFollowsTheRegistry) {
 TEST_F(DataPropMgrTest, ColumnsOfATypeAndHiddenColumns) {
   DataPropMgr mgr;
   EXPECT_FALSE(mgr.HaveHiddenColumns());
-  const auto add = [&](int nID, DataType::Type nType, bool bHiddenFromUI) {
-    DataProp* column = Column(nID, "", nType);
-    column->SetDisplayed(false);
-    column->SetHiddenFromUI(bHiddenFromUI);
-    if (nID < 0) {
-      mgr.AddUser(column, true);
-    } else {
-      mgr.AddApp(column, false);
-    }
-    return column;
-  };
-  add(0, DataType::Date, true);
-  DataProp* app = add(1, DataType::Date, false);
-  DataProp* user = add(-1, DataType::Date, true);
+  DataProp* hidden = Column(0, "", DataType::Date);
+  DataProp* app = Column(1, "", DataType::Date);
+  DataProp* user = Column(-1, "", DataType::Date);
+  for (DataProp* column : {hidden, app, user}) column->SetDisplayed(false);
+  for (DataProp* column : {hidden, user}) column->SetHiddenFromUI(true);
+  mgr.AddApp(hidden, false);
+  mgr.AddApp(app, false);
+  mgr.AddUser(user, true);
   mgr.AddUser(Column(-1, "", DataType::Time), true);
   std::vector<DataProp*> out = {nullptr};
   mgr.GetDataPropsOfType(out, DataType::Date, false);

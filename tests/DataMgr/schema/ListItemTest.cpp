@@ -58,19 +58,6 @@ TEST_F(ListItemTest, EachClassComparesByItsOwnKey) {
   EXPECT_EQ(red.GetTextRepresentation(), "Red");
 }
 
-TEST_F(ListItemTest, NumbersReadAndWriteTheirText) {
-  ListItemNumber number;
-  EXPECT_TRUE(number.SetTextRepresentation("1234"));
-  EXPECT_EQ(number.GetNumber(), 1234);
-  EXPECT_EQ(number.GetTextRepresentation(), "1234");
-  EXPECT_FALSE(number.SetTextRepresentation(" 1234"));
-
-  ListItemDouble decimal;
-  EXPECT_TRUE(decimal.SetTextRepresentation("1234.5"));
-  EXPECT_EQ(decimal.GetTextRepresentation(), "1,234.50");
-  EXPECT_FALSE(decimal.SetTextRepresentation("1,234.50"));
-}
-
 // Copies keep the ID and the usage count, which never goes below zero, as
 // the archive form shows. (The column's version table holds the forms of
 // the number, text and described entries.)
