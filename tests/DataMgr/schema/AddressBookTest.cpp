@@ -4,6 +4,7 @@
 
 #include "tests/DataMgr/schema/SchemaArchiveWriter.h"
 #include "tests/support/LocaleTestSupport.h"
+#include "tests/support/TextArraySupport.h"
 
 using schema_test::AddressBookRecord;
 using schema_test::AddressFields;
@@ -62,13 +63,9 @@ TEST_F(AddressBookTest, NamesFoundAndSortedIgnoringCase) {
   EXPECT_EQ(book.GetByName("bert", true)->GetID(), 2);
   EXPECT_EQ(book.GetByName("", true), nullptr);
   book.Sort();
-  TextArray names;
-  names.Add("first");
+  TextArray names = test_support::MakeTextArray({"first"});
   book.GetNames(names);
-  ASSERT_EQ(names.GetSize(), 4);
-  EXPECT_EQ(names[1], "Anna");
-  EXPECT_EQ(names[2], "bert");
-  EXPECT_EQ(names[3], "carl");
+  EXPECT_EQ(test_support::Elements(names), (std::vector<std::string>{"first", "Anna", "bert", "carl"}));
   Address a;
   EXPECT_TRUE(AddressBook::SortCompareAddresses(nullptr, &a));
   EXPECT_FALSE(AddressBook::SortCompareAddresses(&a, nullptr));
