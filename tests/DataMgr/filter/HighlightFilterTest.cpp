@@ -141,17 +141,20 @@ TEST_F(HighlightFilterTest, TheFirstMatchingRuleColoursAnItem) {
   }
 }
 
-// A sub-item's file test takes internet addresses as files; its today test
-// wants the current date and time to the second.
+// A sub-item lacking the column passes an ordinary rule; its file test
+// takes internet addresses as files; its today test wants the current date
+// and time to the second.
 TEST_F(HighlightFilterTest, SubItemsHaveTheirOwnSpecialTests) {
   std::vector<int> columns = {m_path.GetID(), m_date.GetID()};
   DataSubItem& sub = *m_doc.CreateDataSubItem(m_item, columns, nullptr, true, true);
   sub.SetData(m_path.GetID(), CString("http://example.com/gone.txt"), false);
   Type(m_doc, sub, m_date, TodayText());
   HighlightFilterMgr set;
-  AddRules(set, "F T");
+  AddRules(set, "=5 F T");
   COLORREF nColor = 0;
   EXPECT_TRUE(set.DoHighlight(sub, nColor) && nColor == RGB(1, 0, 0));
+  set.GetAt(0)->SetDataPropID(-1);
+  EXPECT_TRUE(set.DoHighlight(sub, nColor) && nColor == RGB(2, 0, 0));
   set.DeleteFileDoesntExistFilters();
   EXPECT_FALSE(set.DoHighlight(sub, nColor));
   bool bHighlighted = false;

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "DataMgr/types/Data.h"
+#include "DataMgr/records/DataItem.h"
 #include "tests/support/ArchiveTestSupport.h"
 #include "utility/DateTime.h"
 
@@ -87,6 +87,12 @@ std::vector<int> IDs(const Mgr& records) {
   std::vector<int> ids;
   for (size_t i = 0; i < records.GetCount(); ++i) ids.push_back(records.GetAt(i)->GetID());
   return ids;
+}
+
+inline DateTime LastModified(const DataItem& item) {
+  DateTime time;
+  item.GetLastModified(time);
+  return time;
 }
 
 inline int IntOf(const Data& record, int nColumn) {

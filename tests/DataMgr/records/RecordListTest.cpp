@@ -188,9 +188,7 @@ TEST(DataItemMgrTest, CopiesRemovalAndRenumbering) {
   EXPECT_FALSE(pCopy->HaveUndoData(1));
   EXPECT_EQ(ParentIDs(*pCopy), (std::vector<int>{4, 4}));
   EXPECT_EQ(ParentIDs(*items.GetAt(0)), (std::vector<int>{3, 3}));
-  DateTime time;
-  pCopy->GetLastModified(time);
-  EXPECT_GT(time.GetJulianDay(), OLD_DAY);
+  EXPECT_GT(records_test::LastModified(*pCopy).GetJulianDay(), OLD_DAY);
 
   items.Remove(pCopy);
   items.Remove(pCopy);

@@ -13,6 +13,7 @@
 
 using records_test::IntHistory;
 using records_test::IntOf;
+using records_test::LastModified;
 using records_test::OLD_DAY;
 using records_test::OLD_SECONDS;
 using test_support::ByteWriter;
@@ -27,12 +28,6 @@ DateTime Now() {
   DateTime now;
   now.SetToCurrent();
   return now;
-}
-
-DateTime LastModified(const DataItem& item) {
-  DateTime time;
-  item.GetLastModified(time);
-  return time;
 }
 
 // An item loaded from an archive: ID nID, modified at the old moment, int
