@@ -118,8 +118,9 @@ TYPED_TEST(RecordListTest, SettingAllValuesIsUndoableInEveryKind) {
   }
 }
 
-// Fixtures of every version: the IDs each loads with, the next ID after
-// them. Version 2's IDs cannot be trusted, and a missing ID renumbers all.
+// Fixtures of every version, items of every version in them: the IDs each
+// loads with, the next ID after them. Version 2's IDs cannot be trusted,
+// and a missing ID renumbers all.
 TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
   const struct {
     unsigned nVersion;
@@ -138,6 +139,7 @@ TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
       EXPECT_EQ(ParentIDs(*items.GetAt(i)), std::vector<int>(2, items.GetAt(i)->GetID())) << "item " << i;
     }
     EXPECT_EQ(IntOf(*items.GetAt(1), 1), row.stored[1]);
+    EXPECT_EQ(records_test::LastModified(*items.GetAt(1)), DateTime::FromJulian(OLD_DAY, records_test::OLD_SECONDS));
     EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
     if (row.nVersion == 4) {
       EXPECT_EQ(ToHex(Stored(items)), ToHex(bytes));

@@ -1,5 +1,6 @@
-// Items and sub-items: the modification time, what copies take, column
-// deletions reaching the sub-items, and the archive form of every version.
+// Items and sub-items: the modification time, what copies take and column
+// deletions reaching the sub-items. (The archive form of every version: the
+// item list's tests.)
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -18,7 +19,6 @@ using records_test::OLD_DAY;
 using records_test::OLD_SECONDS;
 using test_support::ByteWriter;
 using test_support::Bytes;
-using test_support::ExpectEveryCutThrowsEndOfFile;
 
 namespace {
 
@@ -218,23 +218,4 @@ TEST(RecordTest, DeletingAColumnReachesTheSubItemsAndChangingAnIDDoesNot) {
   EXPECT_EQ(ids, (std::vector<int>{1, 2}));
   EXPECT_EQ(IntOf(item, 2), 5);
   EXPECT_FALSE(item.GetSubItemsMgr().GetAt(0)->HaveDataProp(2));
-}
-
-// Every version of an item loads the stored fields and leaves the undo
-// history as it was (sub-items: see the sub-item list's versions; the
-// current forms: the item list's).
-TEST(RecordTest, EveryItemVersionLoadsTheSameFields) {
-  for (unsigned nVersion : {1u, 2u, 3u}) {
-    SCOPED_TRACE(nVersion);
-    ByteWriter w;
-    records_test::Item(w, 2, 1, 8, 0, [](ByteWriter&) {}, nVersion);
-    DataItem item;
-    item.SetData(1, 4, true);
-    test_support::LoadAll(w.Get(), item);
-    EXPECT_EQ(item.GetID(), 2);
-    EXPECT_EQ(IntOf(item, 1), 8);
-    EXPECT_EQ(LastModified(item), OLD_TIME);
-    EXPECT_EQ(IntHistory(item, 1), std::vector<int>{-1});
-    ExpectEveryCutThrowsEndOfFile(w.Get(), [](CArchive& ar) { DataItem().Serialize(ar); });
-  }
 }

@@ -39,12 +39,6 @@ ByteWriter& PlainFields(ByteWriter& w, int nCount) {
 
 }  // namespace
 
-TEST_F(AddressTest, NewAddressIsABusinessAddressInTheUsersCountry) {
-  Address address;
-  EXPECT_EQ(ToHex(Stored(address)), ToHex(AddressRecord(7, true, -1, 0, schema_test::AddressFields("", "United States"))));
-  EXPECT_EQ(Address::GetDataFieldCount(), 18);
-}
-
 // The texts of a private address (both phone names map back) and of a
 // business one; texts that are no field's give Name.
 TEST_F(AddressTest, FieldTexts) {
