@@ -532,6 +532,8 @@ TEST_F(DataPropTest, EveryVersionLoadsTheFieldsItHolds) {
        ByteWriter().Raw(Entry(4, 1).Int(40).Get()).Raw(Entry(2, 0).Int(20).Get()).Get()},
       {"14: described entries", 14, DataType::DescValueListSuggested,
        [](ColumnArchive& c) { c.nNextListItemID = 9; }, nullptr, 1, TextDescEntry(0, 0, "S", "small")},
+      {"14: decimal entries", 14, DataType::DecimalListSelect, [](ColumnArchive& c) { c.nNextListItemID = 1; },
+       nullptr, 1, Entry(0, 0).Double(2.5).Get()},
       {"16: read as the current version", 16, DataType::ValueListSelect,
        [](ColumnArchive& c) { c.bUseWithDataSubItem = true; }, [](ColumnArchive& c) { c.nNextListItemID = 1; }, 2,
        ByteWriter().Raw(TextEntry(0, 0, "a")).Raw(TextEntry(0, 0, "b")).Get()},
