@@ -8,10 +8,7 @@
 #include "tests/support/LocaleTestSupport.h"
 
 using schema_test::TextDescEntry;
-using test_support::ByteWriter;
-using test_support::Bytes;
 using test_support::ExpectArchiveForm;
-using test_support::Load;
 
 namespace {
 
@@ -73,23 +70,4 @@ TEST_F(ListItemTest, ArchiveFormOfCopies) {
   assigned = ListItemTextDesc(desc);
   ExpectArchiveForm(assigned, TextDescEntry(2, 1, "S", "small"),
                     [](const ListItemTextDesc& loaded) { EXPECT_EQ(loaded.GetDesc(), "small"); });
-}
-
-// A version-1 record has no usage count: the entry keeps its own. The
-// subclasses' own version words are read and ignored.
-TEST_F(ListItemTest, VersionOneRecordKeepsTheUsageCount) {
-  ListItemText item;
-  item.RegisterUsage();
-  item.RegisterUsage();
-  const Bytes v1 = ByteWriter().Word(1).Int(4).Word(1).Text("old").Get();
-  EXPECT_EQ(Load(v1, [&](CArchive& ar) { item.Serialize(ar); }), 0u);
-  EXPECT_EQ(item.GetID(), 4);
-  EXPECT_EQ(item.GetUsageCount(), 2);
-  EXPECT_EQ(item.GetTextRepresentation(), "old");
-  test_support::ExpectEveryCutThrowsEndOfFile(v1, [](CArchive& ar) { ListItemText().Serialize(ar); });
-
-  const Bytes odd = ByteWriter().Word(2).Int(1).Int(0).Word(9).Int(5).Get();
-  ListItemNumber number;
-  Load(odd, [&](CArchive& ar) { number.Serialize(ar); });
-  EXPECT_EQ(number.GetNumber(), 5);
 }
