@@ -65,14 +65,6 @@ const unsigned NUMBER = DataType::Number;
 const unsigned DECIMAL = DataType::Decimal;
 const unsigned MONETARY = DataType::Monetary;
 
-ColumnArchive Version(unsigned nVersion, unsigned nType) {
-  ColumnArchive column;
-  column.nVersion = nVersion;
-  column.nType = nType;
-  column.name = "Col";
-  return column;
-}
-
 void ExpectEveryCutThrows(const Bytes& bytes) {
   ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataProp().Serialize(ar); });
 }
@@ -546,7 +538,7 @@ TEST_F(DataPropTest, EveryVersionLoadsTheFieldsItHolds) {
   };
   for (const FieldsCase& row : rows) {
     SCOPED_TRACE(row.name);
-    ColumnArchive old = Version(row.nVersion, row.nType);
+    ColumnArchive old(row.nVersion, row.nType);
     row.set(old);
     ColumnArchive current = old;
     current.nVersion = 15;
@@ -569,7 +561,7 @@ TEST_F(DataPropTest, EveryVersionLoadsTheFieldsItHolds) {
 // record version 2 with a usage count, taken when the address has none).
 TEST_F(DataPropTest, AddressBookColumnsBeforeVersionSix) {
   const Bytes address = AddressRecord(7, true, 99, 0, AddressFields("Ann", ""));
-  ByteWriter v5 = Version(5, DataType::AddressBookSuggested).Head();
+  ByteWriter v5 = ColumnArchive(5, DataType::AddressBookSuggested).Head();
   v5.Counter(3, true);
   v5.Word(1).Int(4).Word(0).Raw(address);                                                   // record 1: ID
   v5.Word(2).Int(7).Int(5).Word(0).Raw(address);                                            // record 2: ID, count
@@ -578,7 +570,7 @@ TEST_F(DataPropTest, AddressBookColumnsBeforeVersionSix) {
   const Bytes book = AddressBookRecord({AddressRecord(7, true, 4, 0, AddressFields("Ann", "")),
                                         AddressRecord(7, true, 7, 5, AddressFields("Ann", "")),
                                         AddressRecord(7, true, 8, 3, AddressFields("Bo", ""))}, true);
-  EXPECT_EQ(ToHex(Stored(column)), ToHex(Version(15, DataType::AddressBookSuggested).Head().Raw(book).Get()));
+  EXPECT_EQ(ToHex(Stored(column)), ToHex(ColumnArchive(15, DataType::AddressBookSuggested).Head().Raw(book).Get()));
   EXPECT_EQ(column.CreateAddress(-1)->GetID(), 9);
   ExpectEveryCutThrows(v5.Get());
 }
@@ -586,7 +578,7 @@ TEST_F(DataPropTest, AddressBookColumnsBeforeVersionSix) {
 // Loading replaces entries and addresses, whatever the type loaded.
 TEST_F(DataPropTest, LoadingReplacesEntriesAndAddresses) {
   // Text columns without entries; before version 14 they end in a 32-bit word.
-  for (const Bytes& text : {Version(13, TEXT).Head().Int(0).Get(), Version(15, TEXT).Head().Get()}) {
+  for (const Bytes& text : {ColumnArchive(13, TEXT).Head().Int(0).Get(), ColumnArchive(15, TEXT).Head().Get()}) {
     DataProp column;
     column.SetDataType(DataType::ValueListSelect);
     column.GetListItemByValue("old", true);
@@ -599,8 +591,8 @@ TEST_F(DataPropTest, LoadingReplacesEntriesAndAddresses) {
 }
 
 TEST_F(DataPropTest, OversizedCountsThrowBeforeAllocating) {
-  for (const Bytes& bytes : {Version(15, DataType::ValueListSelect).Head().Counter(1ull << 40, false).Get(),
-                             Version(5, DataType::AddressBookSelect).Head().Counter(0xFFFFFFFFu, true).Get()}) {
+  for (const Bytes& bytes : {ColumnArchive(15, DataType::ValueListSelect).Head().Counter(1ull << 40, false).Get(),
+                             ColumnArchive(5, DataType::AddressBookSelect).Head().Counter(0xFFFFFFFFu, true).Get()}) {
     EXPECT_THROW(Loaded<DataProp>(bytes), CArchiveException);
   }
 }
