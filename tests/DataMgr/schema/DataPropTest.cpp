@@ -65,6 +65,26 @@ const unsigned NUMBER = DataType::Number;
 const unsigned DECIMAL = DataType::Decimal;
 const unsigned MONETARY = DataType::Monetary;
 
+// Every field of a column record set to differ from its default.
+void ChangeEveryField(ColumnArchive& c) {
+  c.nID = 5001;
+  c.name = "Size";
+  c.desc = "d";
+  c.defaultValue = "M";
+  c.prefix = "<";
+  c.suffix = ">";
+  c.bCanBeSummed = c.bCanBeAveraged = c.bFractional = c.bShowSignAlways = c.bUserCanDeleteWarning = true;
+  c.bTimeShowHours = c.bTimeShowSeconds = c.bSortValuesByListOrder = c.bHiddenFromUI = true;
+  c.bKeepListItemsSorted = c.bUseWithDataSubItem = true;
+  c.bCanBeNegative = c.bDisplayed = c.bThousandsSep = c.bShowDecimalZeroes = c.bZeroIsEmpty = false;
+  c.bDateTimeNumbers = c.bUserCanDelete = c.bUserChangeDataType = c.bUserChangeValue = false;
+  c.bUserChangeDefValue = false;
+  c.nNextListItemID = 2;
+  c.nCustomColWidth = 120;
+  c.nColWidth = 2;
+  c.nColAlign = 0x101;
+}
+
 void ExpectEveryCutThrows(const Bytes& bytes) {
   ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataProp().Serialize(ar); });
 }
@@ -127,27 +147,26 @@ TEST_F(DataPropTest, EqualByTypeAndExactNameOrderedByID) {
   EXPECT_FALSE(a == b);
 }
 
-// Copies are deep: entries and addresses of their own. The copy
-// constructor takes the ID, assignment keeps the target's, and assigning a
-// column without entries drops the target's.
+// Copies are deep, every field taken: entries and addresses of their own.
+// The copy constructor takes the ID, assignment keeps the target's, and
+// assigning a column without entries drops the target's.
 TEST_F(DataPropTest, CopiesAreDeepAndAssignmentKeepsTheID) {
-  DataProp source = Listing({"a", "b"});
-  source.SetID(12);
-  source.SetName("Colour");
-  source.SetUserCanDelete(false, true);
-  source.CreateListItem(true, 20);
+  ColumnArchive changed(15, DataType::ValueListSelect);
+  ChangeEveryField(changed);
+  const Bytes entries = ByteWriter().Raw(TextEntry(0, 0, "M")).Raw(TextEntry(20, 1, "S")).Get();
+  DataProp source = Loaded<DataProp>(changed.Head().Counter(2, false).Raw(entries).Get());
   DataProp target = Listing({"x"});
   target.SetID(40);
   target = source;
   EXPECT_EQ(target.GetID(), 40);
-  target.SetID(12);
+  target.SetID(5001);
   EXPECT_EQ(ToHex(Stored(target)), ToHex(Stored(source)));
-  EXPECT_EQ(target.GetWebTag(), "{COLOUR}");
+  EXPECT_EQ(target.GetWebTag(), "{SIZE}");
   EXPECT_NE(target.GetListItemAt(0), source.GetListItemAt(0));
   EXPECT_EQ(target.CreateListItem(true, -1)->GetID(), 21);
   DataProp copy(source);
   EXPECT_EQ(ToHex(Stored(copy)), ToHex(Stored(source)));
-  EXPECT_EQ(copy.GetListItemByID(20), copy.GetListItemAt(2));
+  EXPECT_EQ(copy.GetListItemByID(20), copy.GetListItemAt(1));
 
   target = DataProp();
   EXPECT_EQ(target.GetListItemsCount(), 0u);
@@ -161,7 +180,9 @@ TEST_F(DataPropTest, CopiesAreDeepAndAssignmentKeepsTheID) {
 }
 
 // Each row changes one setting of the other column: whether CopyFrom
-// reports it, and whether it is taken (all but the ID and the user rights).
+// reports it (every setting the user sees, one row each; two of those the
+// user does not see), and whether it is taken (all but the ID and the user
+// rights; every field: the copies' test, as CopyFrom takes them alike).
 // A column that stays hidden (both hidden first) reports nothing, whatever
 // changes; one shown again reports it.
 TEST_F(DataPropTest, CopyFromTakesAllButIDAndUserRightsAndReportsWhatTheUserSees) {
@@ -186,20 +207,9 @@ TEST_F(DataPropTest, CopyFromTakesAllButIDAndUserRightsAndReportsWhatTheUserSees
       {"type", [](DataProp& c) { c.SetDataType(DataType::Date); }, true, true},
       {"name", [](DataProp& c) { c.SetName("n"); }, true, true},
       {"negative", [](DataProp& c) { c.SetCanBeNegative(false); }, false, true},
-      {"sign", [](DataProp& c) { c.SetShowSignAlways(true); }, false, true},
-      {"hidden from UI", [](DataProp& c) { c.SetHiddenFromUI(true); }, false, true},
-      {"list order", [](DataProp& c) { c.SetSortValuesByListOrder(true); }, false, true},
-      {"kept sorted", [](DataProp& c) { c.SetKeepListItemsSorted(true); }, false, true},
-      {"sub-items", [](DataProp& c) { c.SetUseWithDataSubItem(true); }, false, true},
       {"description", [](DataProp& c) { c.SetDesc("d"); }, false, true},
-      {"default", [](DataProp& c) { c.SetDefaultValue("v"); }, false, true},
-      {"prefix", [](DataProp& c) { c.SetPrefix("p"); }, false, true},
-      {"suffix", [](DataProp& c) { c.SetSuffix("s"); }, false, true},
       {"ID", [](DataProp& c) { c.SetID(8); }, false, false},
       {"delete", [](DataProp& c) { c.SetUserCanDelete(false, true); }, false, false},
-      {"change type", [](DataProp& c) { c.SetUserChangeDataType(false); }, false, false},
-      {"change value", [](DataProp& c) { c.SetUserChangeValue(false); }, false, false},
-      {"change default", [](DataProp& c) { c.SetUserChangeDefValue(false); }, false, false},
       {"name, hidden", [](DataProp& c) { c.SetName("n"); }, false, true, true},
       {"shown again", [](DataProp& c) { c.SetDisplayed(true); }, true, true, true},
   };
@@ -493,26 +503,8 @@ TEST_F(DataPropTest, EveryVersionLoadsTheFieldsItHolds) {
       {"11: Text without flag B", 11, TEXT, [](ColumnArchive&) {}},
       {"13: KeepListItemsSorted", 13, TEXT, [](ColumnArchive& c) { c.bKeepListItemsSorted = true; }},
       {"14: nothing after the texts", 14, TEXT, [](ColumnArchive& c) { c.bHiddenFromUI = true; }},
-      {"15: every field differs from the default", 15, DataType::ValueListSelect,
-       [](ColumnArchive& c) {
-         c.nID = 5001;
-         c.name = "Size";
-         c.desc = "d";
-         c.defaultValue = "M";
-         c.prefix = "<";
-         c.suffix = ">";
-         c.bCanBeSummed = c.bCanBeAveraged = c.bFractional = c.bShowSignAlways = c.bUserCanDeleteWarning = true;
-         c.bTimeShowHours = c.bTimeShowSeconds = c.bSortValuesByListOrder = c.bHiddenFromUI = true;
-         c.bKeepListItemsSorted = c.bUseWithDataSubItem = true;
-         c.bCanBeNegative = c.bDisplayed = c.bThousandsSep = c.bShowDecimalZeroes = c.bZeroIsEmpty = false;
-         c.bDateTimeNumbers = c.bUserCanDelete = c.bUserChangeDataType = c.bUserChangeValue = false;
-         c.bUserChangeDefValue = false;
-         c.nNextListItemID = 2;
-         c.nCustomColWidth = 120;
-         c.nColWidth = 2;
-         c.nColAlign = 0x101;
-       },
-       nullptr, 2, ByteWriter().Raw(TextEntry(0, 0, "M")).Raw(TextEntry(1, 1, "S")).Get()},
+      {"15: every field differs from the default", 15, DataType::ValueListSelect, ChangeEveryField, nullptr, 2,
+       ByteWriter().Raw(TextEntry(0, 0, "M")).Raw(TextEntry(1, 1, "S")).Get()},
       {"6: an address book, each address with its own flag", 6, DataType::AddressBookSelect,
        [](ColumnArchive&) {}, nullptr, -1,
        AddressBookRecord({AddressRecord(7, false, 2, 1, AddressFields("Cy", ""))}, true)},
