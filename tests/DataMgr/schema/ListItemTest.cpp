@@ -68,6 +68,5 @@ TEST_F(ListItemTest, ArchiveFormOfCopies) {
   desc.SetDesc("small");
   ListItemTextDesc assigned;
   assigned = ListItemTextDesc(desc);
-  ExpectArchiveForm(assigned, TextDescEntry(2, 1, "S", "small"),
-                    [](const ListItemTextDesc& loaded) { EXPECT_EQ(loaded.GetDesc(), "small"); });
+  ExpectArchiveForm(assigned, TextDescEntry(2, 1, "S", "small"));
 }
