@@ -104,12 +104,6 @@ inline int IntOf(const Data& record, int nColumn) {
   return value;
 }
 
-inline std::vector<int> IntHistory(const Data& record, int nColumn) {
-  std::vector<int> history;
-  record.GetUndoData(nColumn, history);
-  return history;
-}
-
 }  // namespace records_test
 
 #endif  // TESTS_DATAMGR_RECORDS_RECORDFIXTURES_H_

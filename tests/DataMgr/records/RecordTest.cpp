@@ -12,7 +12,6 @@
 #include "DataMgr/records/DataItem.h"
 #include "tests/DataMgr/records/RecordFixtures.h"
 
-using records_test::IntHistory;
 using records_test::IntOf;
 using records_test::LastModified;
 using records_test::OLD_DAY;
@@ -161,7 +160,9 @@ TEST(RecordTest, CopiesTakeTheIDAndHistoryTheWayTheClassSays) {
     EXPECT_EQ(subItem->GetParentID(), 7);
     EXPECT_EQ(IntOf(*subItem, 1), 20);
     EXPECT_FALSE(subItem->HaveDataProp(2));
-    EXPECT_EQ(IntHistory(*subItem, 1), row.nSubItemHistory == 1 ? (std::vector<int>{-1, 10}) : std::vector<int>());
+    std::vector<int> history;
+    subItem->GetUndoData(1, history);
+    EXPECT_EQ(history, row.nSubItemHistory == 1 ? (std::vector<int>{-1, 10}) : std::vector<int>());
     EXPECT_EQ(subItem->HaveUndoData(2), row.nSubItemHistory == 2);
     EXPECT_TRUE(*subItem == SubItemSource() && !(*subItem == SubItemTarget()));
   }
