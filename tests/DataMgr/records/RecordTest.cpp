@@ -17,7 +17,6 @@ using records_test::LastModified;
 using records_test::OLD_DAY;
 using records_test::OLD_SECONDS;
 using test_support::ByteWriter;
-using test_support::Bytes;
 
 namespace {
 
