@@ -4,9 +4,10 @@
 // Archive fixtures of records and record lists written field by field, and
 // the values the record tests compare.
 
+#include <algorithm>
 #include <vector>
 
-#include "DataMgr/types/Data.h"
+#include "DataMgr/records/DataItem.h"
 #include "tests/support/ArchiveTestSupport.h"
 #include "utility/DateTime.h"
 
@@ -45,17 +46,19 @@ ByteWriter& Item(ByteWriter& w, int nID, int nColumn, int nValue, size_t nSubIte
   return w.Bool(true);  // sort flag
 }
 
-// An item list of nVersion (32-bit counter before 4) of items with the given
-// IDs, each holding its ID in column 1 and two sub-items (IDs 0 and 1,
-// parent ID the item's stored ID, column 2 holding the sub-item's ID).
+// An item list of nVersion (32-bit counter before 4) of items of the same
+// version (3 from list version 3 on) with the given IDs, each holding its ID
+// in column 1 and two sub-items (IDs 0 and 1, parent ID the item's stored
+// ID, column 2 holding the sub-item's ID).
 inline Bytes ItemList(unsigned nVersion, const std::vector<int>& itemIDs) {
   ByteWriter w;
   w.Word(nVersion).Counter(itemIDs.size(), nVersion < 4);
   for (int nID : itemIDs) {
-    Item(w, nID, 1, nID, 2, [nID](ByteWriter& sub) {
+    const auto addSubItems = [nID](ByteWriter& sub) {
       SubItem(sub, 0, nID, 2, 0);
       SubItem(sub, 1, nID, 2, 1);
-    });
+    };
+    Item(w, nID, 1, nID, 2, addSubItems, std::min(nVersion, 3u));
   }
   return w.Get();
 }
@@ -89,16 +92,16 @@ std::vector<int> IDs(const Mgr& records) {
   return ids;
 }
 
+inline DateTime LastModified(const DataItem& item) {
+  DateTime time;
+  item.GetLastModified(time);
+  return time;
+}
+
 inline int IntOf(const Data& record, int nColumn) {
   int value = 0;
   record.GetData(nColumn, value);
   return value;
-}
-
-inline std::vector<int> IntHistory(const Data& record, int nColumn) {
-  std::vector<int> history;
-  record.GetUndoData(nColumn, history);
-  return history;
 }
 
 }  // namespace records_test

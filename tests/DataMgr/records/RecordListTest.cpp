@@ -19,7 +19,6 @@ using records_test::SubItemList;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::LoadAll;
-using test_support::ShrinkSize;
 using test_support::Stored;
 using test_support::ToHex;
 
@@ -119,8 +118,9 @@ TYPED_TEST(RecordListTest, SettingAllValuesIsUndoableInEveryKind) {
   }
 }
 
-// Fixtures of every version: the IDs each loads with, the next ID after
-// them. Version 2's IDs cannot be trusted, and a missing ID renumbers all.
+// Fixtures of every version, items of every version in them: the IDs each
+// loads with, the next ID after them. Version 2's IDs cannot be trusted,
+// and a missing ID renumbers all.
 TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
   const struct {
     unsigned nVersion;
@@ -139,6 +139,7 @@ TEST(DataItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
       EXPECT_EQ(ParentIDs(*items.GetAt(i)), std::vector<int>(2, items.GetAt(i)->GetID())) << "item " << i;
     }
     EXPECT_EQ(IntOf(*items.GetAt(1), 1), row.stored[1]);
+    EXPECT_EQ(records_test::LastModified(*items.GetAt(1)), DateTime::FromJulian(OLD_DAY, records_test::OLD_SECONDS));
     EXPECT_EQ(IntOf(*items.GetAt(1)->GetSubItemsMgr().GetAt(1), 2), 1);
     if (row.nVersion == 4) {
       EXPECT_EQ(ToHex(Stored(items)), ToHex(bytes));
@@ -174,22 +175,6 @@ TEST(DataSubItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
   }
 }
 
-// A load cut short leaves the records read so far, the last one half read.
-TEST(DataItemMgrTest, ALoadCutShortKeepsWhatItRead) {
-  const Bytes items = ItemList(4, {3, 7});
-  DataItemMgr itemList;
-  Fill(itemList, 3);
-  EXPECT_THROW(LoadAll(ShrinkSize(items, items.size() - 1), itemList), CArchiveException);
-  EXPECT_EQ(IDs(itemList), (std::vector<int>{3, 7}));
-  EXPECT_EQ(itemList.GetAt(1)->GetSubItemsMgr().GetCount(), 2u);
-
-  const Bytes subItems = SubItemList(3, {0, 1}, true);
-  DataSubItemMgr subItemList;
-  EXPECT_THROW(LoadAll(ShrinkSize(subItems, subItems.size() - 40), subItemList), CArchiveException);
-  ASSERT_EQ(subItemList.GetCount(), 2u);
-  EXPECT_EQ(IntOf(*subItemList.GetAt(0), 1), 0);
-}
-
 // Setting all values leaves the sub-items alone. A created copy is new:
 // the current time, no history, and its sub-items follow its ID; an item
 // taken out is the caller's.
@@ -205,9 +190,7 @@ TEST(DataItemMgrTest, CopiesRemovalAndRenumbering) {
   EXPECT_FALSE(pCopy->HaveUndoData(1));
   EXPECT_EQ(ParentIDs(*pCopy), (std::vector<int>{4, 4}));
   EXPECT_EQ(ParentIDs(*items.GetAt(0)), (std::vector<int>{3, 3}));
-  DateTime time;
-  pCopy->GetLastModified(time);
-  EXPECT_GT(time.GetJulianDay(), OLD_DAY);
+  EXPECT_GT(records_test::LastModified(*pCopy).GetJulianDay(), OLD_DAY);
 
   items.Remove(pCopy);
   items.Remove(pCopy);
@@ -223,28 +206,6 @@ TEST(DataItemMgrTest, CopiesRemovalAndRenumbering) {
   EXPECT_EQ(IDs(items), (std::vector<int>{0, 1, 2, 3}));
   EXPECT_EQ(ParentIDs(*items.GetAt(1)), (std::vector<int>{1, 1}));
   EXPECT_EQ(items.Create(nullptr, true, true)->GetID(), 4);
-}
-
-TEST(DataSubItemMgrTest, CopiesAreDeepWithoutHistories) {
-  DataSubItemMgr source;
-  Fill(source, 2);
-  source.SetSort(false);
-  source.SetAllParentID(6);
-  source.SetAllData(1, 40);
-  DataSubItemMgr copy(source);
-  DataSubItemMgr assigned;
-  Fill(assigned, 3);
-  assigned = source;
-  assigned = assigned;
-  for (DataSubItemMgr* pCopy : {&copy, &assigned}) {
-    EXPECT_FALSE(pCopy->GetSort());
-    ASSERT_EQ(IDs(*pCopy), (std::vector<int>{0, 1}));
-    EXPECT_NE(pCopy->GetAt(0), source.GetAt(0));
-    EXPECT_EQ(pCopy->GetAt(1)->GetParentID(), 6);
-    EXPECT_EQ(IntOf(*pCopy->GetAt(1), 1), 40);
-    EXPECT_FALSE(pCopy->GetAt(1)->HaveUndoData(1));
-    EXPECT_EQ(pCopy->Create(nullptr, true, true)->GetID(), 2);
-  }
 }
 
 // Swap is the one operation that throws, and only with two or more.

@@ -57,16 +57,23 @@ inline SortOrder Order(int nID, const char* pszName, int nColumn) {
   return order;
 }
 
-// A level of version 2: template "t.html", sort order 1 "L" on column 5
-// descending and case-sensitive.
-inline ByteWriter& Level(ByteWriter& out) {
-  out.Word(2).Text("t.html");                         // version, template file
-  return sort_test::OrderWithKey(out, 3, 1, "L", 5);  // sort order
+// A level: template "t.html", sort order 1 "L". From version 2 the sort
+// order is in its own form, one key on column 5 descending and
+// case-sensitive; version 1 holds it inline, keys on columns 7, 8 and 9 with
+// the flag words 1, 0 and 2 (only 1 is ascending).
+inline ByteWriter& Level(ByteWriter& out, unsigned nVersion) {
+  out.Word(nVersion).Text("t.html");                                     // version, template file
+  if (nVersion >= 2) return sort_test::OrderWithKey(out, 3, 1, "L", 5);  // sort order
+  out.Word(0).Int(1).Text("L").Int(3);  // skipped word, sort order ID, name, key count
+  out.Word(0).Word(1).Int(7);           // key: skipped word, ascending flag, column ID
+  out.Word(0).Word(0).Int(8);           // key
+  return out.Word(0).Word(2).Int(9);    // key
 }
 
 // A web report of nVersion after the report of FillReport: not generated,
 // not uploaded, images at 2, main page "index.html" in "/out/", link "home",
-// no-data text "none", one level, own filters Filters(nFilterID).
+// no-data text "none", one level (of version 1 in version 5, the oldest),
+// own filters Filters(nFilterID).
 inline ByteWriter& WebReportRecord(ByteWriter& out, unsigned nVersion, int nFilterID) {
   ReportRecord(out, 6, 0, Filters(0));
   out.Word(nVersion).Bool(false).Bool(false).Word(2);  // version, AutoGenerate, AutoUpload, ImageLocation
@@ -74,7 +81,7 @@ inline ByteWriter& WebReportRecord(ByteWriter& out, unsigned nVersion, int nFilt
   out.Text("index.html").Text("/out/");               // BaseFileName, OutputDir
   if (nVersion >= 13) out.Text("home");               // HPReturnLink
   if (nVersion >= 6) out.Text("none");                // NoDataMsg
-  Level(out.Counter(1, nVersion < 10));               // level count, the level
+  Level(out.Counter(1, nVersion < 10), nVersion == 5 ? 1 : 2);  // level count, the level
   if (nVersion >= 9 && nVersion <= 11) out.Counter(2, false).Text("x").Text("y");  // retired texts
   out.Raw(Filters(nFilterID));                                                     // own filters
   if (nVersion >= 5 && nVersion <= 7) out.Counter(1, true).Int(8);                 // retired set

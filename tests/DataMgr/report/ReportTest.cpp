@@ -174,8 +174,9 @@ TEST(WebReportTest, CurrentArchiveFormAndCopies) {
 }
 
 // Loaded over a report with another link, texts and levels: every retired
-// field is skipped (every byte is read), the link stays before version 13
-// and the default no-data text stands before version 6.
+// field is skipped (every byte is read), the link stays before version 13,
+// the default no-data text stands before version 6, and the level of version
+// 5 is of version 1.
 TEST(WebReportTest, EveryVersionFromFiveOn) {
   for (unsigned nVersion = 5; nVersion <= 14; ++nVersion) {
     ByteWriter bytes;
@@ -194,26 +195,10 @@ TEST(WebReportTest, EveryVersionFromFiveOn) {
     EXPECT_EQ(report.GetImageLocation(), WebReport::ImagesWhereTheyAre) << nVersion;
     EXPECT_EQ(report.GetLevelsCount(), 1u) << nVersion;
     EXPECT_EQ(TemplateOf(report, 1), "t.html") << nVersion;
+    SortOrder order;
+    report.GetLevel(1)->GetSortOrder(order);
+    EXPECT_EQ(order.GetName() + " " + sort_test::Keys(order).c_str(), nVersion == 5 ? "L 7+ 8- 9-" : "L 5-c") << nVersion;
     EXPECT_EQ(report.GetRepFilterAt(0)->GetID(), 3) << nVersion;
     test_support::ExpectEveryCutThrowsEndOfFile(bytes.Get(), [](CArchive& ar) { WebReport().Serialize(ar); });
   }
-}
-
-// A version-1 level holds its sort order inline; only the flag word 1 is
-// ascending. (The web report's archive holds a current level.)
-TEST(WebReportTest, VersionOneLevel) {
-  ByteWriter version1;
-  version1.Word(1).Text("v1.html");            // version, template file
-  version1.Word(0).Int(6).Text("Old").Int(3);  // skipped word, sort order ID, name, key count
-  version1.Word(0).Word(1).Int(7);             // key: skipped word, ascending flag, column ID
-  version1.Word(0).Word(0).Int(8);             // key
-  version1.Word(0).Word(2).Int(9);             // key
-  WebReportLevel level;
-  test_support::LoadAll(version1.Get(), level);
-  SortOrder order;
-  level.GetSortOrder(order);
-  EXPECT_EQ(level.GetTemplateFile() + " " + order.GetName(), "v1.html Old");
-  EXPECT_EQ(order.GetID(), 6);
-  EXPECT_EQ(sort_test::Keys(order), "7+ 8- 9-");
-  test_support::ExpectEveryCutThrowsEndOfFile(version1.Get(), [](CArchive& ar) { WebReportLevel().Serialize(ar); });
 }

