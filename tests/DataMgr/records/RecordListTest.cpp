@@ -19,6 +19,7 @@ using records_test::SubItemList;
 using test_support::Bytes;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::LoadAll;
+using test_support::ShrinkSize;
 using test_support::Stored;
 using test_support::ToHex;
 
@@ -173,6 +174,22 @@ TEST(DataSubItemMgrTest, EveryVersionLoadsAndEveryCutThrows) {
     EXPECT_EQ(subItems.Create(nullptr, true, true)->GetID(), row.nNextID);
     ExpectEveryCutThrowsEndOfFile(bytes, [](CArchive& ar) { DataSubItemMgr().Serialize(ar); });
   }
+}
+
+// A load cut short leaves the records read so far, the last one half read.
+TEST(DataItemMgrTest, ALoadCutShortKeepsWhatItRead) {
+  const Bytes items = ItemList(4, {3, 7});
+  DataItemMgr itemList;
+  Fill(itemList, 3);
+  EXPECT_THROW(LoadAll(ShrinkSize(items, items.size() - 1), itemList), CArchiveException);
+  EXPECT_EQ(IDs(itemList), (std::vector<int>{3, 7}));
+  EXPECT_EQ(itemList.GetAt(1)->GetSubItemsMgr().GetCount(), 2u);
+
+  const Bytes subItems = SubItemList(3, {0, 1}, true);
+  DataSubItemMgr subItemList;
+  EXPECT_THROW(LoadAll(ShrinkSize(subItems, subItems.size() - 40), subItemList), CArchiveException);
+  ASSERT_EQ(subItemList.GetCount(), 2u);
+  EXPECT_EQ(IntOf(*subItemList.GetAt(0), 1), 0);
 }
 
 // Setting all values leaves the sub-items alone. A created copy is new:
