@@ -67,25 +67,22 @@ std::set<int> ExpectedTargets(int nFrom) {
 }  // namespace
 
 // Every number's text and back; gaps have none, and unknown texts (the
-// comparison is exact) give Text.
-TEST(DataTypeTest, TextsOfEveryNumber) {
+// comparison is exact) give Text. The list of texts is appended, byte-wise
+// ascending: upper-case letters before lower-case ones.
+TEST(DataTypeTest, TextsOfEveryNumberAndTheirList) {
+  std::vector<std::string> expected;
   for (const auto& row : TEXTS) {
     EXPECT_EQ(DataType::GetText(T(row.first)), row.second.c_str()) << row.first;
     EXPECT_EQ(DataType::GetType(row.second.c_str()), T(row.first)) << row.second;
+    expected.push_back(row.second);
   }
   for (int nGap : {17, 20, 23, 24, 29, 34, -1}) EXPECT_EQ(DataType::GetText(T(nGap)), "") << nGap;
   for (const char* pszText : {"yes/no", "Number ", ""}) EXPECT_EQ(DataType::GetType(pszText), DataType::Text) << pszText;
-}
-
-TEST(DataTypeTest, TypeListIsByteOrderedAndAppends) {
-  std::vector<CString> texts = {"kept"};
-  DataType::GetTypeList(texts);
-  // Byte-wise ascending: upper-case letters before lower-case ones.
-  std::vector<std::string> expected;
-  for (const auto& row : TEXTS) expected.push_back(row.second);
   std::sort(expected.begin(), expected.end());
   expected.insert(expected.begin(), "kept");
   EXPECT_EQ(expected.back(), "e-mail Address");
+  std::vector<CString> texts = {"kept"};
+  DataType::GetTypeList(texts);
   ASSERT_EQ(texts.size(), expected.size());
   for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(texts[i], expected[i].c_str()) << i;
 }

@@ -7,6 +7,7 @@
 #include <ostream>
 
 #include "tests/support/ArchiveTestSupport.h"
+#include "tests/support/LocaleTestSupport.h"
 #include "utility/LocaleUtils.h"
 
 using test_support::ByteWriter;
@@ -33,9 +34,12 @@ Money NegativeZero() { return Raw(false, 0); }
 
 // The rules with fixed constants (threshold 50, step 100) are stated for a
 // currency with two fractional digits, the test environment's default.
-class MoneyAtScale100 : public ::testing::Test {
+class MoneyAtScale100 : public test_support::UsLocaleTest {
  protected:
-  void SetUp() override { ASSERT_EQ(Money::GetScale(), 100u) << "the test environment has 2 currency digits"; }
+  void SetUp() override {
+    UsLocaleTest::SetUp();
+    ASSERT_EQ(Money::GetScale(), 100u) << "the test environment has 2 currency digits";
+  }
 };
 
 struct Case {
@@ -47,18 +51,6 @@ struct Case {
 void ExpectCases(std::initializer_list<Case> cases) {
   for (const Case& c : cases) EXPECT_EQ(c.result, c.expected) << c.name;
 }
-
-// Sets the currency decimal separator for one test and puts the old one back.
-class CurrencySeparator {
- public:
-  explicit CurrencySeparator(const char* pszSeparator) : m_strOld(LocaleUtils::GetCurrencyDecimalSeparator()) {
-    LocaleUtils::SetCurrencyDecimalSeparator(pszSeparator);
-  }
-  ~CurrencySeparator() { LocaleUtils::SetCurrencyDecimalSeparator(m_strOld); }
-
- private:
-  CString m_strOld;
-};
 
 }  // namespace
 
@@ -187,15 +179,12 @@ TEST_F(MoneyAtScale100, OrderingAgainstEveryOperandKind) {
 // Separators unlike the number ones show that the currency form is asked
 // for; a value that rounds to zero carries no sign in the formatter.
 TEST_F(MoneyAtScale100, TextUsesTheCurrencySeparatorsAndDigits) {
-  LocaleUtils::SetNumberDecimalSeparator(".");
-  LocaleUtils::SetNumberThousandsSeparator(",");
   LocaleUtils::SetCurrencyDecimalSeparator(",");
   LocaleUtils::SetCurrencyThousandsSeparator(".");
   EXPECT_EQ(Cents(-123456).GetText(true, true), "-1.234,56");
   EXPECT_EQ(Cents(-123456).GetText(true, false), "-1234,56");
   EXPECT_EQ(Cents(123400).GetText(false, true), "1,234.00");
   EXPECT_EQ(NegativeZero().GetText(true, true), "0,00");
-  LocaleUtils::ResetToEnvironment();
 }
 
 TEST_F(MoneyAtScale100, ParsingWithEitherSeparator) {
@@ -207,7 +196,7 @@ TEST_F(MoneyAtScale100, ParsingWithEitherSeparator) {
               {".", "(0.50)", -50}, {".", "0.50", 50},    {".", "12.3", 1230},    {".", "12.345", 1234},
               {".", "12.", 1200},   {".", "-7", -700},    {".", "junk", 0}};
   for (const auto& row : rows) {
-    const CurrencySeparator separator(row.pszSeparator);
+    LocaleUtils::SetCurrencyDecimalSeparator(row.pszSeparator);
     Money money(5);
     money.Set(CString(row.pszText));
     EXPECT_EQ(money, Cents(row.nCents)) << row.pszText;
