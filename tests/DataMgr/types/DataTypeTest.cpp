@@ -10,7 +10,7 @@
 #include "tests/support/ArchiveTestSupport.h"
 
 using test_support::ByteWriter;
-using test_support::LoadAll;
+using test_support::Loaded;
 
 namespace {
 
@@ -149,8 +149,7 @@ TEST(DataTypeTest, ArchiveIsVersionWordThenTypeWord) {
     EXPECT_TRUE(DataType() < loaded);
   });
   for (unsigned nVersion : {0u, 1u, 7u, 0xFFFFu}) {
-    DataType loaded;
-    LoadAll(ByteWriter().Word(nVersion).Word(nVersion == 7 ? 0xFFFF : 17).Get(), loaded);
+    const DataType loaded = Loaded<DataType>(ByteWriter().Word(nVersion).Word(nVersion == 7 ? 0xFFFF : 17).Get());
     EXPECT_EQ(static_cast<int>(loaded.Get()), nVersion == 7 ? 0xFFFF : 17) << nVersion;
   }
 }

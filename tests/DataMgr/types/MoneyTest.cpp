@@ -12,7 +12,7 @@
 
 using test_support::ByteWriter;
 using test_support::Bytes;
-using test_support::Load;
+using test_support::Loaded;
 using test_support::Store;
 
 namespace {
@@ -20,10 +20,7 @@ namespace {
 // A Money of the given sign and raw magnitude, built through its archive
 // form so that no arithmetic of the class under test is involved.
 Money Raw(bool bPositive, unsigned long long nAmount) {
-  Money money;
-  Load(ByteWriter().Word(1).Bool(bPositive).Int64(static_cast<long long>(nAmount)).Get(),
-       [&](CArchive& ar) { money.Serialize(ar); });
-  return money;
+  return Loaded<Money>(ByteWriter().Word(1).Bool(bPositive).Int64(static_cast<long long>(nAmount)).Get());
 }
 
 Money Cents(long long nCents) {
@@ -210,8 +207,6 @@ TEST(MoneyTest, ArchiveIsVersionSignMagnitude) {
   test_support::ExpectArchiveForm(money, ByteWriter().Word(1).Bool(false).Int64(0x0102030405060708LL).Get(),
                                   [&](const Money& loaded) { EXPECT_EQ(loaded, money); });
   for (unsigned nVersion : {0u, 2u, 0xFFFFu}) {
-    Money loaded;
-    Load(ByteWriter().Word(nVersion).Bool(true).Int64(42).Get(), [&](CArchive& ar) { loaded.Serialize(ar); });
-    EXPECT_EQ(loaded, Raw(true, 42)) << nVersion;
+    EXPECT_EQ(Loaded<Money>(ByteWriter().Word(nVersion).Bool(true).Int64(42).Get()), Raw(true, 42)) << nVersion;
   }
 }

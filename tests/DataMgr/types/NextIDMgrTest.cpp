@@ -59,7 +59,5 @@ TEST(NextIDMgrTest, ArchiveIsVersionWordThenNextID) {
   NextIDMgr ids = WithNext(0x01020304);
   test_support::ExpectArchiveForm(ids, ByteWriter().Word(1).Int(0x01020304).Get(),
                                   [&](const NextIDMgr& loaded) { EXPECT_TRUE(loaded == ids); });
-  NextIDMgr loaded;
-  test_support::LoadAll(ByteWriter().Word(0xFFFF).Int(7).Get(), loaded);
-  EXPECT_EQ(loaded.GetNextID(), 7);
+  EXPECT_EQ(test_support::Loaded<NextIDMgr>(ByteWriter().Word(0xFFFF).Int(7).Get()).GetNextID(), 7);
 }

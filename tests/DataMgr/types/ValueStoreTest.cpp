@@ -14,8 +14,8 @@ using test_support::Bytes;
 using test_support::Enciphered;
 using test_support::ExpectEveryCutThrowsEndOfFile;
 using test_support::Load;
-using test_support::LoadAll;
-using test_support::Store;
+using test_support::Loaded;
+using test_support::Stored;
 using test_support::ToHex;
 
 namespace {
@@ -56,16 +56,6 @@ std::vector<T> Undo(const TestRecord& record, int nID) {
   std::vector<T> history;
   record.m_undo.GetUndoData(nID, history);
   return history;
-}
-
-Bytes StoreValues(ValueStore values) {
-  return Store([&](CArchive& ar) { values.Serialize(ar); });
-}
-
-ValueStore LoadValues(const Bytes& bytes) {
-  ValueStore values;
-  LoadAll(bytes, values);
-  return values;
 }
 
 // A version-6 store holding only the text entries given (and, unless cut
@@ -252,7 +242,7 @@ TEST(ValueStoreTest, MovingAFlaggedTextMovesItsFlag) {
                              .Int64(2).Int(2).Text(Enciphered("secret")).Int(3).Text("plain")  // text map
                              .Int64(0)
                              .Get();
-  EXPECT_EQ(ToHex(StoreValues(values)), ToHex(expected));
+  EXPECT_EQ(ToHex(Stored(values)), ToHex(expected));
 }
 
 TEST(ValueStoreTest, CurrentArchiveByteForByte) {
@@ -289,18 +279,18 @@ TEST(ValueStoreTest, DamagedMapsKeepTheLastOfARepeatedKey) {
                           .Int64(3).Int(5).Int(1).Int(2).Int(2).Int(5).Int(3)  // int map, 5 twice, out of order
                           .Int64(0).Int64(0).Int64(0).Int64(0).Int64(0)
                           .Get();
-  const ValueStore values = LoadValues(bytes);
+  ValueStore values = Loaded<ValueStore>(bytes);
   EXPECT_EQ(Get<int>(values, 5), 3);
   const Bytes ordered =
       ByteWriter().Word(6).Int64(0).Int64(2).Int(2).Int(2).Int(5).Int(3).Int64(0).Int64(0).Int64(0).Int64(0).Int64(0).Get();
-  EXPECT_EQ(ToHex(StoreValues(values)), ToHex(ordered));
+  EXPECT_EQ(ToHex(Stored(values)), ToHex(ordered));
 }
 
 TEST(ValueStoreTest, HugeCountsThrowBeforeAllocating) {
   const Bytes bytes = ByteWriter().Word(6).Int64(0x7FFFFFFFFFFFLL).Int(1).Bool(true).Get();
-  EXPECT_THROW(LoadValues(bytes), CArchiveException);
+  EXPECT_THROW(Loaded<ValueStore>(bytes), CArchiveException);
   const Bytes addresses = OldStoreUpToTexts(1, "x").Int(0x7FFFFFFF).Get();
-  EXPECT_THROW(LoadValues(addresses), CArchiveException);
+  EXPECT_THROW(Loaded<ValueStore>(addresses), CArchiveException);
 }
 
 // Versions 1 and 2 trim the texts, 3 and later keep them; the address block
@@ -317,10 +307,10 @@ TEST(ValueStoreTest, EveryOldVersion) {
               {5, Plain(5, "  padded text \t"), "  padded text \t"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.nVersion);
-    ExpectOldFields(LoadValues(row.bytes), row.pszText);
+    ExpectOldFields(Loaded<ValueStore>(row.bytes), row.pszText);
     ExpectEveryCutThrowsEndOfFile(row.bytes, [](CArchive& ar) { ValueStore().Serialize(ar); });
   }
-  EXPECT_EQ(Get<CString>(LoadValues(TextsOnly(1, ByteWriter().Int(14).Text(" x "))), 14), " x ");
+  EXPECT_EQ(Get<CString>(Loaded<ValueStore>(TextsOnly(1, ByteWriter().Int(14).Text(" x "))), 14), " x ");
 }
 
 TEST(ValueStoreTest, AHalfLoadedStoreStaysUsable) {
