@@ -65,7 +65,6 @@ TEST_F(SortDataTest, EachTypeSortsByItsRule) {
       {DataType::Decimal, NoSetup, {"1.00002", "1.00001", "0.5"}, true, false, {2, 0, 1}},  // within 0.0001: tie
       {DataType::Text, NoSetup, {"b", "B", "a"}, true, false, {2, 0, 1}},
       {DataType::Text, NoSetup, {"b", "B", "a"}, true, true, {1, 2, 0}},
-      {DataType::LargeText, NoSetup, {"b", "B", "a"}, false, false, {0, 1, 2}},
       {DataType::NumberWithText, NoSetup, {"Vol. 10", "Vol. 2", "Part 3"}, true, false, {2, 1, 0}},
       {DataType::NumberWithRomanOrText, NoSetup, {"Part IV", "Part II", "5"}, true, false, {2, 1, 0}},
       {DataType::Monetary, NoSetup, {"-5", "3", "-10"}, true, false, {2, 0, 1}},
