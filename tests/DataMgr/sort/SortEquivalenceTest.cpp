@@ -52,20 +52,15 @@ class SortEquivalenceTest : public test_support::UsLocaleTest {
         for (const char* pszText : ENTRY_TEXTS) prop.GetAddressBook().GetByName(pszText, true);
       }
       m_columns.push_back(&prop);
+      m_firstOfType[nType] = prop.GetID();
     }
     // A value list sorted by list order, and one that takes a number list's
     // entries: its cells then name numeric entries.
     m_columns.push_back(&AddColumn(m_doc, DataType::ValueListSelect));
     m_columns.back()->SetSortValuesByListOrder(true);
     m_columns.push_back(&AddColumn(m_doc, DataType::NumberListSelect));
-    m_aliases[m_columns.back()->GetID()] = FirstOfType(DataType::ValueListSuggested);
-    m_aliases[FirstOfType(DataType::ValueListSelect)] = FirstOfType(DataType::NumberListSuggested);
-  }
-
-  int FirstOfType(DataType::Type nType) const {
-    return (*std::find_if(m_columns.begin(), m_columns.end(),
-                          [nType](const DataProp* p) { return p->GetDataType() == nType; }))
-        ->GetID();
+    m_aliases[m_columns.back()->GetID()] = m_firstOfType[DataType::ValueListSuggested];
+    m_aliases[m_firstOfType[DataType::ValueListSelect]] = m_firstOfType[DataType::NumberListSuggested];
   }
 
   int Pick(int nCount) { return std::uniform_int_distribution<int>(0, nCount - 1)(m_random); }
@@ -135,6 +130,7 @@ class SortEquivalenceTest : public test_support::UsLocaleTest {
   DataMgmt m_doc;
   std::vector<DataProp*> m_columns;
   std::map<int, int> m_aliases;
+  std::map<DataType::Type, int> m_firstOfType;
   std::mt19937 m_random{20261123};
 };
 
