@@ -5,12 +5,10 @@
 #include <climits>
 #include <cstdlib>
 
-#include "tests/support/ArchiveTestSupport.h"
 #include "tests/support/LocaleTestSupport.h"
 #include "tests/support/TableTestSupport.h"
 #include "utility/LocaleUtils.h"
 
-using test_support::ByteWriter;
 using test_support::ExpectEach;
 using test_support::ExpectRows;
 
@@ -214,17 +212,4 @@ TEST_F(DateTimeTest, DurationsWrittenAndReadBack) {
   }
   LocaleUtils::SetTimeSeparator(".");
   EXPECT_EQ(DateTime::ConvertToHHMMSS(3723), "1.02.03");
-}
-
-// 31 December 9999 is day 5373484.
-TEST_F(DateTimeTest, ArchiveFormIsTheJulianDayThenTheSeconds) {
-  struct {
-    DateTime value;
-    int nJulian, nSeconds;
-  } rows[] = {{DateTime(2011, 5, 1, 1, 0, 0), MAY_1_2011, 3600}, {DateTime(9999, 12, 31), 5373484, DateTime::NO_TIME},
-              {DateTime(), DateTime::NO_DATE, DateTime::NO_TIME}};
-  for (auto& row : rows) {
-    test_support::ExpectArchiveForm(row.value, ByteWriter().Int(row.nJulian).Int(row.nSeconds).Get(),
-                                    [&](const DateTime& loaded) { EXPECT_TRUE(loaded == row.value) << row.nJulian; });
-  }
 }

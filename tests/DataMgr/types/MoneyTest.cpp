@@ -201,11 +201,9 @@ TEST_F(MoneyAtScale100, ParsingWithEitherSeparator) {
   }
 }
 
-// Version word, sign, magnitude; loading skips any version word.
-TEST(MoneyTest, ArchiveIsVersionSignMagnitude) {
-  Money money = Raw(false, 0x0102030405060708ULL);
-  test_support::ExpectArchiveForm(money, ByteWriter().Word(1).Bool(false).Int64(0x0102030405060708LL).Get(),
-                                  [&](const Money& loaded) { EXPECT_EQ(loaded, money); });
+// Version word, sign, magnitude (stored as the value store's archive shows);
+// loading skips any version word.
+TEST(MoneyTest, LoadingSkipsAnyVersionWord) {
   for (unsigned nVersion : {0u, 2u, 0xFFFFu}) {
     EXPECT_EQ(Loaded<Money>(ByteWriter().Word(nVersion).Bool(true).Int64(42).Get()), Raw(true, 42)) << nVersion;
   }
