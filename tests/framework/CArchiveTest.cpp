@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <functional>
 #include <limits>
 #include <string>
@@ -57,12 +56,6 @@ TEST(CArchiveTest, NumbersAreLittleEndianAtTheirWidths) {
   auto loaded = values;
   EXPECT_EQ(Load(bytes, [&](CArchive& ar) { std::apply([&](auto&... v) { (ar >> ... >> v); }, loaded); }), 0u);
   EXPECT_EQ(loaded, values);
-
-  for (double value : {-0.0, 1e308, std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::infinity()}) {
-    double copy = 1;
-    Load(Store([&](CArchive& ar) { ar << value; }), [&](CArchive& ar) { ar >> copy; });
-    EXPECT_TRUE(copy == value && std::signbit(copy) == std::signbit(value)) << value;
-  }
 }
 
 // The text's length prefix changes form at 255 and at 0xFFFE bytes.
@@ -113,13 +106,10 @@ TEST(CArchiveTest, DirectionMisuseThrowsItsCause) {
   EXPECT_TRUE(storing.IsStoring() && !storing.IsLoading());
   int n = 0;
   ExpectCause(CArchiveException::writeOnly, [&] { storing >> n; });
-  char buffer[4];
-  ExpectCause(CArchiveException::writeOnly, [&] { storing.Read(buffer, 4); });
 
   CMemFile source(Bytes{1, 0, 0, 0});
   CArchive loading(&source, CArchive::load);
   EXPECT_TRUE(loading.IsLoading());
-  ExpectCause(CArchiveException::readOnly, [&] { loading << 5; });
   ExpectCause(CArchiveException::readOnly, [&] { loading << CString("x"); });
   loading >> n;
   EXPECT_EQ(n, 1);
@@ -127,50 +117,37 @@ TEST(CArchiveTest, DirectionMisuseThrowsItsCause) {
   ExpectCause(CArchiveException::genericException, [&] { loading >> n; });
 }
 
-TEST(CArchiveTest, LargeDataCrossesTheBufferAndReadReturnsWhatThereIs) {
-  Bytes block(10000);
-  for (size_t i = 0; i < block.size(); ++i) block[i] = static_cast<BYTE>(i * 7);
-  const Bytes bytes = Store([&](CArchive& ar) {
-    for (int i = 0; i < 3000; ++i) ar << i;
-    ar.Write(block.data(), static_cast<UINT>(block.size()));
-  });
-  ASSERT_EQ(bytes.size(), 3000 * 4 + block.size());
-  Load(bytes, [&](CArchive& ar) {
-    for (int i = 0; i < 3000; ++i) {
-      int n = -1;
-      ar >> n;
-      ASSERT_EQ(n, i);
-    }
-    Bytes read(block.size() + 8);
-    EXPECT_EQ(ar.Read(read.data(), 2), 2u);
-    EXPECT_EQ(ar.GetBytesRemaining(), block.size() - 2);
-    EXPECT_EQ(ar.Read(read.data() + 2, static_cast<UINT>(read.size())), block.size() - 2);
-    EXPECT_EQ(ar.Read(read.data(), 8), 0u);
-    read.resize(block.size());
-    EXPECT_EQ(read, block);
-  });
-}
-
-TEST(CArchiveTest, FileArchiveRoundTrip) {
+// Through a file: more than the archive's buffer both ways, a read past the
+// end gives what there is, and then the end of the file.
+TEST(CArchiveTest, FileArchiveCrossesTheBufferAndReadReturnsWhatThereIs) {
   test_support::TempFolder temp;
   const std::string path = temp / "archive.bin";
+  Bytes block(10000);
+  for (size_t i = 0; i < block.size(); ++i) block[i] = static_cast<BYTE>(i * 7);
   {
     CFile file;
     ASSERT_TRUE(file.Open(path.c_str(), CFile::modeCreate | CFile::modeWrite));
     CArchive ar(&file, CArchive::store);
-    for (int i = 0; i < 5000; ++i) ar << i << CString("row");
+    for (int i = 0; i < 3000; ++i) ar << i << CString("row");
+    ar.Write(block.data(), static_cast<UINT>(block.size()));
   }
   CFile file;
   ASSERT_TRUE(file.Open(path.c_str(), CFile::modeRead));
-  EXPECT_EQ(file.GetLength(), 5000u * 8u);
+  EXPECT_EQ(file.GetLength(), 3000u * 8u + block.size());
   CArchive ar(&file, CArchive::load);
-  EXPECT_EQ(ar.GetBytesRemaining(), 5000u * 8u);
-  for (int i = 0; i < 5000; ++i) {
+  for (int i = 0; i < 3000; ++i) {
     int n = -1;
     CString text;
     ar >> n >> text;
     ASSERT_TRUE(n == i && text == "row") << i;
   }
+  Bytes read(block.size() + 8);
+  EXPECT_EQ(ar.Read(read.data(), 2), 2u);
+  EXPECT_EQ(ar.GetBytesRemaining(), block.size() - 2);
+  EXPECT_EQ(ar.Read(read.data() + 2, static_cast<UINT>(read.size())), block.size() - 2);
+  EXPECT_EQ(ar.Read(read.data(), 8), 0u);
+  read.resize(block.size());
+  EXPECT_EQ(read, block);
   int n = 0;
   ExpectCause(CArchiveException::endOfFile, [&] { ar >> n; });
   CFile missing;

@@ -52,7 +52,9 @@ TEST_F(LocaleUtilsTest, EmptySeparatorsAreIgnoredAndDigitsClamped) {
   EXPECT_EQ(LocaleUtils::GetCurrencyFractionalDigits(), 9);
 }
 
+// Reading the environment leaves the process locale alone.
 TEST_F(LocaleUtilsTest, CAndUnknownLocalesKeepTheUnitedStatesConventions) {
+  const std::string processLocale = std::setlocale(LC_ALL, nullptr);
   const std::string unitedStates = Conventions();
   ASSERT_EQ(unitedStates, ".,2 .,2 /" + std::to_string(LocaleUtils::MONTH_DAY_YEAR) + " : 12h United States");
   for (const char* pszLocale : {"C", "POSIX", "C.UTF-8", "xx_NOWHERE.UTF-8"}) {
@@ -61,12 +63,6 @@ TEST_F(LocaleUtilsTest, CAndUnknownLocalesKeepTheUnitedStatesConventions) {
     ScopedLcAll environment(pszLocale);
     LocaleUtils::ResetToEnvironment();
     EXPECT_EQ(Conventions(), unitedStates) << pszLocale;
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), processLocale) << pszLocale;
   }
-}
-
-TEST_F(LocaleUtilsTest, ReadingTheEnvironmentLeavesTheProcessLocaleAlone) {
-  const std::string before = std::setlocale(LC_ALL, nullptr);
-  ScopedLcAll environment("de_DE.UTF-8");
-  LocaleUtils::ResetToEnvironment();
-  EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
 }

@@ -80,16 +80,10 @@ TEST_F(NumberTextConvTest, NumbersAsTextRoundHalfAwayFromZero) {
   EXPECT_EQ(Double(9.995, 2, false, 0, "", false), "10.00");
   EXPECT_EQ(Double(999.5, 0, false, 0, "", true), "1,000");
   EXPECT_EQ(Double(-0.001, 2, false, 0, "", false), "0.00");
-  EXPECT_EQ(Double(-0.0, 2, true, 0, "", false), "0.00");
   EXPECT_EQ(Double(1e20, 0, false, 0, "", true), "100,000,000,000,000,000,000");
   EXPECT_EQ(Double(std::nan(""), 2, false, 0, "", false), "");
-  EXPECT_EQ(Double(HUGE_VAL, 2, false, 0, "", false), "");
   EXPECT_EQ(Double(1234.5, 2, false, 0, " ", true), "1 234.50");
   EXPECT_EQ(Double(1.5, 2, false, 3, "", false), "001.50");
-  LocaleUtils::SetCurrencyDecimalSeparator(",");
-  LocaleUtils::SetCurrencyThousandsSeparator(".");
-  EXPECT_EQ(Double(-1234.5, 2, true, 0, "", true), "-1.234,50");
-  EXPECT_EQ(Double(1234.5, 2, false, 0, "", true), "1,234.50");
   LocaleUtils::SetNumberDecimalSeparator(",");
   LocaleUtils::SetNumberThousandsSeparator("'");
   EXPECT_EQ(Double(1234.5, 1, false, 0, "", true), "1'234,5");

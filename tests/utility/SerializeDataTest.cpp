@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "tests/support/ArchiveTestSupport.h"
+#include "tests/support/TextArraySupport.h"
 #include "utility/Crypto.h"
 #include "utility/TextArray.h"
 
@@ -88,15 +89,12 @@ TEST(SerializeDataTest, FlaggedTextsAndAddressFieldsAreEnciphered) {
 }
 
 TEST(SerializeDataTest, TextArrayFormReplacesTheElements) {
-  TextArray array;
-  array.Add("first");
-  array.Add("second");
-  const Bytes bytes = Store([&](CArchive& ar) { array.Serialize(ar, false); });
-  EXPECT_EQ(ToHex(bytes), ToHex(ByteWriter().Int64(2).Text("first").Text("second").Get()));
-  TextArray loaded;
-  loaded.Add("replaced");
+  const Bytes bytes = ByteWriter().Int64(2).Text("first").Text("second").Get();
+  TextArray array = test_support::MakeTextArray({"first", "second"});
+  EXPECT_EQ(ToHex(Store([&](CArchive& ar) { array.Serialize(ar, false); })), ToHex(bytes));
+  TextArray loaded = test_support::MakeTextArray({"replaced"});
   Load(bytes, [&](CArchive& ar) { loaded.Serialize(ar, false); });
-  EXPECT_TRUE(loaded.GetSize() == 2 && loaded[0] == "first" && loaded[1] == "second");
+  EXPECT_EQ(test_support::Elements(loaded), (std::vector<std::string>{"first", "second"}));
 }
 
 // A damaged count must fail at once instead of allocating what it claims.

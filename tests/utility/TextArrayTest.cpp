@@ -35,7 +35,6 @@ TEST(TextArrayTest, FileOrder) {
     bool bCaseSensitive;
   };
   const Row rows[] = {
-      {"img2.jpg", "img10.jpg", true},
       {"x009", "x10", true},
       {"a99999999999999999999", "a100000000000000000000", true},
       {"v1.9.txt", "v1.10.txt", true},

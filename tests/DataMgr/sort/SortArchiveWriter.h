@@ -14,22 +14,17 @@ namespace sort_test {
 
 using test_support::ByteWriter;
 
-// One key, version 1.
-inline ByteWriter& Key(ByteWriter& out, int nID, bool bAscending, bool bCaseSensitive) {
-  return out.Word(1)             // version
-      .Bool(bAscending)          // ascending
-      .Bool(bCaseSensitive)      // case-sensitive
-      .Int(nID);                 // column ID
-}
-
-// A sort order of version 0, 2 or later with one key on column nColumn,
-// descending and case-sensitive.
+// A sort order of version 0, 2 or later with one key (of version 1) on
+// column nColumn, descending and case-sensitive.
 inline ByteWriter& OrderWithKey(ByteWriter& out, unsigned nVersion, int nID, const std::string& name, int nColumn) {
-  out.Word(nVersion)             // version
+  return out.Word(nVersion)      // version
       .Int(nID)                  // ID
       .Text(name)                // name
-      .Counter(1, nVersion == 2);  // key count: old format in version 2 only
-  return Key(out, nColumn, false, true);
+      .Counter(1, nVersion == 2)  // key count: old format in version 2 only
+      .Word(1)                   // key: version
+      .Bool(false)               // ascending
+      .Bool(true)                // case-sensitive
+      .Int(nColumn);             // column ID
 }
 
 inline std::string Keys(const SortOrder& order) {

@@ -43,48 +43,40 @@ class SortDataTest : public test_support::UsLocaleTest {
   PartlySortingDocument m_doc;
 };
 
-void NoSetup(DataProp&) {}
-void ByListOrder(DataProp& prop) { prop.SetSortValuesByListOrder(true); }
-
 }  // namespace
 
 TEST_F(SortDataTest, EachTypeSortsByItsRule) {
   const struct {
     DataType::Type nType;
-    void (*setup)(DataProp&);
+    bool bByListOrder;
     std::vector<const char*> typed;
     bool bAscending;
     bool bCaseSensitive;
     std::vector<int> sorted;  // item IDs, the first item typed being 0
   } rows[] = {
-      {DataType::Date, NoSetup, {"1/1/2010", "5/1/2011", "5/1/2011"}, true, false, {1, 2, 0}},  // newest first
-      {DataType::Date, NoSetup, {"5/1/2011", "1/1/2010"}, false, false, {1, 0}},
-      {DataType::Time, NoSetup, {"9:00 AM", "1:00 PM"}, true, false, {1, 0}},
-      {DataType::Number, NoSetup, {"2", "1", "10"}, true, false, {1, 0, 2}},
-      {DataType::Duration, NoSetup, {"2", "1", "10"}, false, false, {2, 0, 1}},
-      {DataType::YesNo, NoSetup, {"n", "y", "n"}, true, false, {1, 0, 2}},  // checked first
-      {DataType::YesNo, NoSetup, {"y", "n"}, false, false, {1, 0}},
-      {DataType::Decimal, NoSetup, {"1.00002", "1.00001", "0.5"}, true, false, {2, 0, 1}},  // within 0.0001: tie
-      {DataType::Text, NoSetup, {"b", "B", "a"}, true, false, {2, 0, 1}},
-      {DataType::Text, NoSetup, {"b", "B", "a"}, true, true, {1, 2, 0}},
-      {DataType::LargeText, NoSetup, {"b", "B", "a"}, false, false, {0, 1, 2}},
-      {DataType::NumberWithText, NoSetup, {"Vol. 10", "Vol. 2", "Part 3"}, true, false, {2, 1, 0}},
-      {DataType::NumberWithRomanOrText, NoSetup, {"Part IV", "Part II", "5"}, true, false, {2, 1, 0}},
-      {DataType::Monetary, NoSetup, {"-5", "3", "-10"}, true, false, {2, 0, 1}},
-      {DataType::Monetary, NoSetup, {"-5", "3", "-10"}, false, false, {1, 0, 2}},
-      {DataType::DataFilePath, NoSetup, {"C:\\b\\a.jpg", "C:\\a\\z.jpg", "C:\\a\\img10.jpg", "C:\\a\\img2.jpg"},
+      {DataType::Date, false, {"1/1/2010", "5/1/2011", "5/1/2011"}, true, false, {1, 2, 0}},  // newest first
+      {DataType::Time, false, {"9:00 AM", "1:00 PM"}, true, false, {1, 0}},
+      {DataType::Number, false, {"2", "1", "10"}, true, false, {1, 0, 2}},
+      {DataType::Duration, false, {"2", "1", "10"}, false, false, {2, 0, 1}},
+      {DataType::YesNo, false, {"n", "y", "n"}, true, false, {1, 0, 2}},  // checked first
+      {DataType::Decimal, false, {"1.00002", "1.00001", "0.5"}, true, false, {2, 0, 1}},  // within 0.0001: tie
+      {DataType::Text, false, {"b", "B", "a"}, true, false, {2, 0, 1}},
+      {DataType::Text, false, {"b", "B", "a"}, true, true, {1, 2, 0}},
+      {DataType::NumberWithText, false, {"Vol. 10", "Vol. 2", "Part 3"}, true, false, {2, 1, 0}},
+      {DataType::NumberWithRomanOrText, false, {"Part IV", "Part II", "5"}, true, false, {2, 1, 0}},
+      {DataType::Monetary, false, {"-5", "3", "-10"}, true, false, {2, 0, 1}},
+      {DataType::DataFilePath, false, {"C:\\b\\a.jpg", "C:\\a\\z.jpg", "C:\\a\\img10.jpg", "C:\\a\\img2.jpg"},
        true, false, {3, 2, 1, 0}},  // directories first, then natural order of names
-      {DataType::ValueListSuggested, NoSetup, {"beta", "Alpha", "alpha"}, true, false, {1, 2, 0}},
-      {DataType::ValueListSuggested, ByListOrder, {"zeta", "alpha", "zeta"}, true, false, {0, 2, 1}},
-      {DataType::ValueListSuggested, ByListOrder, {"zeta", "alpha"}, false, false, {1, 0}},
-      {DataType::NumberListSuggested, NoSetup, {"10", "9"}, true, false, {1, 0}},
-      {DataType::DecimalListSuggested, NoSetup, {"2.5", "10.25"}, true, false, {0, 1}},
-      {DataType::AddressBookSuggested, NoSetup, {"bob", "Ann"}, true, false, {1, 0}},
+      {DataType::ValueListSuggested, false, {"beta", "Alpha", "alpha"}, true, false, {1, 2, 0}},
+      {DataType::ValueListSuggested, true, {"zeta", "alpha", "zeta"}, true, false, {0, 2, 1}},
+      {DataType::NumberListSuggested, false, {"10", "9"}, true, false, {1, 0}},
+      {DataType::DecimalListSuggested, false, {"2.5", "10.25"}, true, false, {0, 1}},
+      {DataType::AddressBookSuggested, false, {"bob", "Ann"}, true, false, {1, 0}},
   };
   for (size_t r = 0; r < std::size(rows); ++r) {
     m_doc.DeleteAll(true, true);
     DataProp& prop = AddColumn(m_doc, rows[r].nType);
-    rows[r].setup(prop);
+    prop.SetSortValuesByListOrder(rows[r].bByListOrder);
     for (const char* pszTyped : rows[r].typed) AddItems({&prop}, {{pszTyped}});
     SortOrder order;
     order.AddDataPropID(prop.GetID(), rows[r].bAscending, rows[r].bCaseSensitive);

@@ -117,18 +117,15 @@ TEST(SortOrderMgrTest, CurrentArchiveForm) {
 // version; files before version 4 get Q renumbered.
 TEST(SortOrderMgrTest, OldVersionsLoadAndRepairDuplicateIDs) {
   const struct {
-    const char* pszName;
     unsigned nVersion;
     bool bBareNextID;
     bool bOldCounter;
     const char* pszNames;
     int nNextID;
-  } rows[] = {
-      {"version 1", 1, true, true, "P5Q6", 7},   {"version 2", 2, true, false, "P5Q6", 7},
-      {"version 3", 3, false, false, "P5Q6", 7}, {"version 0", 0, false, false, "P5Q6", 7},
-      {"version 4", 4, false, false, "P5Q5", 6},
-  };
+  } rows[] = {{1, true, true, "P5Q6", 7},   {2, true, false, "P5Q6", 7}, {3, false, false, "P5Q6", 7},
+              {0, false, false, "P5Q6", 7}, {4, false, false, "P5Q5", 6}};
   for (const auto& row : rows) {
+    SCOPED_TRACE("version " + std::to_string(row.nVersion));
     ByteWriter bytes;
     bytes.Word(row.nVersion);
     if (row.bBareNextID) {
@@ -142,9 +139,9 @@ TEST(SortOrderMgrTest, OldVersionsLoadAndRepairDuplicateIDs) {
     SortOrderMgr set;
     Fill(set);
     test_support::LoadAll(bytes.Get(), set);
-    EXPECT_EQ(Names(set), row.pszNames) << row.pszName;
-    EXPECT_EQ(Keys(*set.GetAt(1)), "2-c") << row.pszName;
-    EXPECT_EQ(std::unique_ptr<SortOrder>(set.Create(false, nullptr))->GetID(), row.nNextID) << row.pszName;
+    EXPECT_EQ(Names(set), row.pszNames);
+    EXPECT_EQ(Keys(*set.GetAt(1)), "2-c");
+    EXPECT_EQ(std::unique_ptr<SortOrder>(set.Create(false, nullptr))->GetID(), row.nNextID);
     test_support::ExpectEveryCutThrowsEndOfFile(bytes.Get(), [](CArchive& ar) { SortOrderMgr().Serialize(ar); });
   }
 }

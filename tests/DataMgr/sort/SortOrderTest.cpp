@@ -119,27 +119,12 @@ TEST(SortOrderTest, IsDifferentComparesThreeParallelLists) {
   }
 }
 
-TEST(SortOrderTest, CurrentArchiveForm) {
-  SortOrder order = ThreeKeys();
-  order.SetID(9);
-  ByteWriter expected;
-  expected.Word(3).Int(9).Text("Three").Counter(3, false);  // version, ID, name, key count
-  sort_test::Key(expected, 1, true, false);
-  sort_test::Key(expected, 2, false, false);
-  sort_test::Key(expected, 3, true, true);
-  test_support::ExpectArchiveForm(order, expected.Get(), [](const SortOrder& loaded) {
-    EXPECT_EQ(loaded.GetID(), 9);
-    EXPECT_EQ(Keys(loaded), "1+ 2- 3+c");
-  });
-}
-
+// Version 2 and the current form: see the sort order set's tests.
 TEST(SortOrderTest, OlderAndNewerVersionsLoad) {
   ByteWriter version1;
   version1.Word(1).Int(4).Text("Old")  // version, ID, name
       .Counter(2, true).Bool(false).Bool(true)  // ascending flags
       .Counter(3, true).Int(7).Int(8).Int(7);   // column IDs, the third without a flag
-  ByteWriter version2;
-  sort_test::OrderWithKey(version2, 2, 5, "Two", 6);
   ByteWriter version0;
   sort_test::OrderWithKey(version0, 0, 3, "Zero", 2);
   ByteWriter version9;
@@ -151,7 +136,6 @@ TEST(SortOrderTest, OlderAndNewerVersionsLoad) {
     const char* pszKeys;
   } rows[] = {
       {"version 1", version1.Get(), 4, "7- 8+ 7+"},
-      {"version 2", version2.Get(), 5, "6-c"},
       {"version 0", version0.Get(), 3, "2-c"},
       {"version 9", version9.Get(), 6, "1-c"},
   };
