@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "DataMgr/document/DataMgmt.h"
+#include "DataMgr/document/DocumentFile.h"
 #include "tests/DataMgr/document/DocumentFixtures.h"
 #include "tests/support/LocaleTestSupport.h"
 #include "tests/support/TableTestSupport.h"
@@ -40,10 +41,11 @@ class DataMgmtValueEntryTest : public test_support::UsLocaleTest {
 };
 
 // Each row is a column of one item: the typed text is judged (its normal
-// form, or null when rejected), entered as typed and shown. Prefix and
-// suffix are cut from the text as typed, so with both present the suffix
-// cut wins and the prefix stays.
-TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredAndShown) {
+// form, or null when rejected), entered as typed and shown; the document is
+// then saved to a file and loaded, and every cell shows the same text again.
+// Prefix and suffix are cut from the text as typed, so with both present the
+// suffix cut wins and the prefix stays.
+TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredShownSavedAndLoaded) {
   const PropSetup sign = [](DataProp& p) { p.SetShowSignAlways(true); p.SetTimeShowSeconds(true); };
   const PropSetup affixes = [](DataProp& p) { p.SetPrefix("$"); p.SetSuffix(" kg"); };
   MakeFile("photo.jpg");
@@ -83,8 +85,10 @@ TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredAndShown) {
       {T::Text, "$5", "$5", true, "$5 kg", affixes},
   };
   DataItem& item = *m_doc.CreateDataItem(nullptr, true, true);
+  std::vector<int> columns;
   for (const Row& row : rows) {
     DataProp& prop = AddColumn(m_doc, row.nType);
+    columns.push_back(prop.GetID());
     if (row.setup != nullptr) row.setup(prop);
     const std::string name = std::string(T::GetText(row.nType)) + " \"" + row.typed + "\"";
     CString text = row.typed.c_str();
@@ -96,6 +100,14 @@ TEST_F(DataMgmtValueEntryTest, TypedTextJudgedEnteredAndShown) {
     EXPECT_EQ(m_doc.SetData(item, prop.GetID(), row.typed.c_str(), bRedisplay, true), row.bStored) << name;
     EXPECT_EQ(Shown(m_doc, item, prop), row.shown) << name;
     EXPECT_TRUE(row.setup != affixes || bRedisplay) << name << ": a column with affixes redisplays every entry";
+  }
+  ASSERT_TRUE(DocumentFile(File("list.dat")).Save(m_doc));
+  DataMgmt loaded;
+  ASSERT_TRUE(DocumentFile(File("list.dat")).Load(loaded));
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const DataProp* pLoaded = loaded.GetDataPropMgr().GetByID(columns[i]);
+    ASSERT_NE(pLoaded, nullptr) << rows[i].typed;
+    EXPECT_EQ(Shown(loaded, *loaded.GetDataItemMgr().GetAt(0), *pLoaded), rows[i].shown) << rows[i].typed;
   }
 }
 
