@@ -1,8 +1,8 @@
 // The tool vaxo057 run on temporary files: bad usage, files that are
 // missing, damaged or cut short, a filter naming an unknown column, a
-// filtered and sorted view, a search, a usage count tampered with in the
-// file's JSON form and a CSV value its column rejects, each with the
-// output and exit status expected.
+// filtered and sorted view, a search, the JSON round trip of a file, a
+// usage count tampered with in the file's JSON form and a CSV value its
+// column rejects, each with the output and exit status expected.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -129,6 +129,14 @@ TEST_F(CommandTest, CommandsPrintWhatIsExpected) {
     EXPECT_TRUE(Matches(outcome.err, row.err)) << row.pszName << ":\n" << outcome.err;
   }
   EXPECT_FALSE(Exists("out.csv"));
+}
+
+TEST_F(CommandTest, JsonOfAFileImportsToTheSameFile) {
+  ASSERT_EQ(Run("export books.vxo --format json -o books.json").nExit, 0);
+  const Outcome outcome = Run("import books.json -o back.vxo");
+  EXPECT_EQ(outcome.nExit, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, "back.vxo: 200 items in 16 columns from books.json\n");
+  EXPECT_TRUE(test_support::ReadRaw(*s_pFolder / "back.vxo") == test_support::ReadRaw(*s_pFolder / "books.vxo"));
 }
 
 TEST_F(CommandTest, CheckReportsATamperedUsageCount) {
