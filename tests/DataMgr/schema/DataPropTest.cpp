@@ -446,6 +446,25 @@ TEST_F(DataPropTest, DisplayOrderSwapAndPosition) {
   EXPECT_EQ(column.GetDisplayOrderForListItemID(-1), 3u);
 }
 
+// The column takes over the given entries and leaves those it held to the
+// caller; an empty vector deletes every entry.
+TEST_F(DataPropTest, ReplaceListItemsTakesOverTheGivenEntries) {
+  DataProp column = Listing({"kept", "dropped"});
+  ListItem* kept = column.GetListItemAt(0);
+  std::unique_ptr<ListItem> dropped(column.GetListItemAt(1));
+  auto* added = new ListItemText;
+  added->SetID(7);
+  std::vector<ListItem*> items = {added, kept};
+  column.SetKeepListItemsSorted(true);
+  column.ReplaceListItems(items);
+  EXPECT_TRUE(items.empty());
+  EXPECT_EQ(IDs(column), (std::vector<int>{7, 0}));
+  EXPECT_EQ(column.GetListItemByID(1), nullptr);
+  EXPECT_EQ(column.GetListItemByID(7), added);
+  column.ReplaceListItems(items);
+  EXPECT_EQ(column.GetListItemsCount(), 0u);
+}
+
 // Entries never numbered (IDs 0 or -1, two or more) are numbered anew in
 // display order; otherwise the next ID goes past the highest, never below 0.
 TEST_F(DataPropTest, RefreshRenumbersOnlyEntriesThatWereNeverNumbered) {
